@@ -1,0 +1,69 @@
+# Sourced by ./oriel: the project's Wine prefix (inside the build tree, made
+# once and reused) and, when needed, a virtual display with a window manager.
+
+export WINEPREFIX="$BUILD_DIR/wineprefix"
+export WINEDEBUG=-all
+export WINEDLLOVERRIDES="mscoree,mshtml="
+
+ORIEL_BG_PIDS=()
+oriel_cleanup() {
+  local pid
+  if [ -n "${ORIEL_WINESERVER_STARTED:-}" ]; then
+    wineserver -k >/dev/null 2>&1 || true   # this prefix's server, started by us
+  fi
+  for pid in "${ORIEL_BG_PIDS[@]}"; do
+    kill "$pid" 2>/dev/null || true
+  done
+  ORIEL_BG_PIDS=()
+}
+trap oriel_cleanup EXIT
+
+wine_prefix_setup() {
+  if [ -f "$WINEPREFIX/.oriel-ready" ]; then
+    return
+  fi
+  echo "Creating the Wine prefix in $WINEPREFIX (once)..."
+  rm -rf "$WINEPREFIX"
+  wineboot --init >/dev/null 2>&1
+  wineserver -w
+  # Debian's Wine does not find the fonts it ships unless they are in the prefix.
+  if [ -d /usr/share/wine/fonts ]; then
+    cp -n /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
+  fi
+  # Chinese in menus, captions and dialogs needs font links to a CJK font.
+  local face
+  for face in "Tahoma" "Tahoma Bold" "MS Shell Dlg" "MS Shell Dlg 2" "Microsoft Sans Serif"; do
+    wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' \
+      /v "$face" /t REG_MULTI_SZ /d "wqy-zenhei.ttc,WenQuanYi Zen Hei" /f >/dev/null 2>&1
+  done
+  wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "Courier New" /d "Liberation Mono" /f >/dev/null 2>&1
+  wineserver -w
+  touch "$WINEPREFIX/.oriel-ready"
+}
+
+# Keeps one wineserver, with Wine's own service processes, alive between the
+# many short test programs.  The services are started here, with their output
+# going nowhere: started by a test they would inherit its output pipe, and
+# CTest would wait for that pipe to close until the services end.
+wine_server_start() {
+  wineserver -p >/dev/null 2>&1 || true
+  wine cmd /c exit </dev/null >/dev/null 2>&1 || true
+  ORIEL_WINESERVER_STARTED=1
+}
+
+start_virtual_display() {
+  local n=90
+  while [ -e "/tmp/.X11-unix/X$n" ] || [ -e "/tmp/.X$n-lock" ]; do n=$((n + 1)); done
+  Xvfb ":$n" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+  ORIEL_BG_PIDS+=($!)
+  local i
+  for i in $(seq 1 100); do
+    [ -e "/tmp/.X11-unix/X$n" ] && break
+    sleep 0.05
+  done
+  export DISPLAY=":$n"
+  # Without a window manager every hide or destroy of a window stalls for seconds.
+  openbox --sm-disable >/dev/null 2>&1 &
+  ORIEL_BG_PIDS+=($!)
+  sleep 0.5
+}

@@ -1,0 +1,184 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cwchar>
+#include <string>
+#include <vector>
+
+#include "lang/resource_inventory.h"
+#include "support/TestFiles.h"
+#include "winlayer/Resources.h"
+
+using namespace oriel::lang;
+
+namespace {
+
+std::wstring ModulePath(const char* relative)
+{
+    std::wstring path = testing_support::InstallDir() + L"\\";
+    for (const char* p = relative; *p != '\0'; ++p)
+        path += (*p == '/') ? L'\\' : static_cast<wchar_t>(*p);
+    return path;
+}
+
+// The arguments a format string consumes, one letter each: 'd' for an
+// integer conversion, 's' for a wide string, '?' for anything else.
+std::string FormatSignature(const std::wstring& text)
+{
+    std::string signature;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != L'%')
+            continue;
+        if (++i < text.size() && text[i] == L'%')
+            continue;
+        while (i < text.size() && std::wcschr(L"-+ #0123456789.", text[i]) != nullptr)
+            ++i;
+        wchar_t conversion = i < text.size() ? text[i] : L'\0';
+        signature += std::wcschr(L"diuxX", conversion) != nullptr && conversion != L'\0' ? 'd'
+                     : conversion == L's'                                              ? 's'
+                                                                                       : '?';
+    }
+    return signature;
+}
+
+std::wstring LoadWhole(HMODULE module, int id)
+{
+    const wchar_t* text = nullptr;
+    int length = ::LoadStringW(module, id, reinterpret_cast<LPWSTR>(&text), 0);
+    return length > 0 ? std::wstring(text, length) : std::wstring();
+}
+
+void CollectCommands(HMENU menu, std::vector<int>& commands)
+{
+    for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
+        if (HMENU sub = ::GetSubMenu(menu, i))
+            CollectCommands(sub, commands);
+        else if (UINT id = ::GetMenuItemID(menu, i); id != 0 && id != UINT(-1))
+            commands.push_back(static_cast<int>(id));
+    }
+}
+
+INT_PTR CALLBACK NoDialogProc(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
+
+class ModuleContents : public ::testing::TestWithParam<oriel::lang::LanguageModule> {
+protected:
+    void SetUp() override
+    {
+        module = ::LoadLibraryW(ModulePath(GetParam().relativePath).c_str());
+        ASSERT_NE(nullptr, module) << GetParam().relativePath;
+    }
+    void TearDown() override
+    {
+        if (module != nullptr)
+            ::FreeLibrary(module);
+    }
+    HMODULE module = nullptr;
+};
+
+TEST_P(ModuleContents, HoldsEveryStringWithTheArgumentsItIsFormattedWith)
+{
+    for (const StringEntry& entry : kStrings) {
+        std::wstring text = LoadWhole(module, entry.id);
+        EXPECT_FALSE(text.empty()) << "string " << entry.id;
+        EXPECT_EQ(entry.args, FormatSignature(text)) << "string " << entry.id;
+    }
+    for (const StringLimit& limit : kStringLimits)
+        EXPECT_LE(LoadWhole(module, limit.id).size(), limit.maxLength) << "string " << limit.id;
+    for (const FixedString& fixed : kFixedStrings)
+        EXPECT_EQ(fixed.text, LoadWhole(module, fixed.id)) << "string " << fixed.id;
+    EXPECT_EQ(GetParam().iconFolder, LoadWhole(module, IDS_ICON_FOLDER));
+    // Looked up in the program file, never in a language module.
+    EXPECT_TRUE(LoadWhole(module, IDS_ABOUT_FALLBACK).empty());
+    EXPECT_TRUE(LoadWhole(module, IDS_AUX_FALLBACK).empty());
+}
+
+TEST_P(ModuleContents, RecordLineFormatReadsAsDateTimeThenText)
+{
+    winlayer::SetResourceModule(module);
+    wchar_t format[256];
+    winlayer::LoadText(IDS_RECORD_LINE_FORMAT, format, 256);
+    wchar_t line[159];
+    winlayer::FormatText(line, 159, format, 2026, 11, 23, 14, 5, 9, 123, L"pump 3 started");
+    EXPECT_STREQ(L"2026-11-23 14:05:09.123  pump 3 started", line);
+    // Short enough that a full 127-unit text still fits the 158-unit line.
+    winlayer::FormatText(line, 159, format, 9999, 12, 31, 23, 59, 59, 999, L"");
+    EXPECT_LT(std::wcslen(line), 31u);
+    winlayer::SetResourceModule(nullptr);
+}
+
+TEST_P(ModuleContents, MenusCarryTheirCommands)
+{
+    for (const MenuEntry& entry : kMenus) {
+        HMENU menu = ::LoadMenuW(module, MAKEINTRESOURCEW(entry.id));
+        ASSERT_NE(nullptr, menu) << "menu " << entry.id;
+        std::vector<int> commands;
+        CollectCommands(entry.firstSubmenuInOrder ? ::GetSubMenu(menu, 0) : menu, commands);
+        std::vector<int> expected(entry.commands, entry.commands + entry.count);
+        if (!entry.firstSubmenuInOrder) {
+            std::sort(commands.begin(), commands.end());
+            std::sort(expected.begin(), expected.end());
+        }
+        EXPECT_EQ(expected, commands) << "menu " << entry.id;
+        ::DestroyMenu(menu);
+    }
+}
+
+TEST_P(ModuleContents, DialogsHaveEveryControlOfTheRightKind)
+{
+    for (const DialogEntry& entry : kDialogs) {
+        HWND dialog = ::CreateDialogParamW(module, MAKEINTRESOURCEW(entry.id), nullptr,
+                                           NoDialogProc, 0);
+        ASSERT_NE(nullptr, dialog) << "dialog " << entry.id;
+        for (std::size_t i = 0; i < entry.count; ++i) {
+            const DialogControl& control = entry.controls[i];
+            HWND item = ::GetDlgItem(dialog, control.id);
+            ASSERT_NE(nullptr, item) << "dialog " << entry.id << " control " << control.id;
+            wchar_t className[32] = {};
+            ::GetClassNameW(item, className, 32);
+            LONG style = ::GetWindowLongW(item, GWL_STYLE);
+            LONG type = style & 0x0F;
+            switch (control.kind) {
+            case ControlKind::PushButton:
+                EXPECT_STREQ(L"Button", className);
+                EXPECT_TRUE(type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON) << control.id;
+                break;
+            case ControlKind::RadioButton:
+                EXPECT_STREQ(L"Button", className);
+                EXPECT_TRUE(type == BS_RADIOBUTTON || type == BS_AUTORADIOBUTTON) << control.id;
+                break;
+            case ControlKind::Edit:
+                EXPECT_STREQ(L"Edit", className) << control.id;
+                break;
+            case ControlKind::Text:
+            case ControlKind::Frame:
+                EXPECT_STREQ(L"Static", className) << control.id;
+                break;
+            case ControlKind::ClickThroughText:
+                EXPECT_STREQ(L"Static", className) << control.id;
+                EXPECT_EQ(0, style & SS_NOTIFY) << control.id;
+                break;
+            }
+            EXPECT_EQ(control.startsDisabled, !::IsWindowEnabled(item))
+                << "dialog " << entry.id << " control " << control.id;
+        }
+        ::DestroyWindow(dialog);
+    }
+}
+
+TEST_P(ModuleContents, CarriesTheWindowIcon)
+{
+    for (int id : kIcons) {
+        HICON icon = ::LoadIconW(module, MAKEINTRESOURCEW(id));
+        EXPECT_NE(nullptr, icon) << "icon " << id;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(BothLanguages, ModuleContents, ::testing::ValuesIn(kModules),
+                         [](const ::testing::TestParamInfo<oriel::lang::LanguageModule>& info) {
+                             return std::string(info.param.relativePath).find("CHS") !=
+                                            std::string::npos
+                                        ? "Chinese"
+                                        : "English";
+                         });
+
+} // namespace
