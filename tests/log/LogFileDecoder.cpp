@@ -1,0 +1,59 @@
+#include "LogFileDecoder.h"
+
+namespace {
+
+constexpr size_t kSlot = 272;
+
+WORD Word(const std::vector<unsigned char>& bytes, size_t offset)
+{
+    return static_cast<WORD>(bytes[offset] | (bytes[offset + 1] << 8));
+}
+
+std::wstring Text(const std::vector<unsigned char>& bytes, size_t offset, size_t maxUnits)
+{
+    std::wstring text;
+    for (size_t i = 0; i < maxUnits; ++i) {
+        const WORD unit = Word(bytes, offset + 2 * i);
+        if (unit == 0)
+            break;
+        text += static_cast<wchar_t>(unit);
+    }
+    return text;
+}
+
+} // namespace
+
+DecodedLog DecodeLog(const std::vector<unsigned char>& bytes)
+{
+    DecodedLog log;
+    if (bytes.size() < kSlot)
+        return log;
+    log.version = Text(bytes, 0, 16);
+    log.headerRestZero = true;
+    for (size_t i = 2 * log.version.size(); i < kSlot; ++i)
+        log.headerRestZero = log.headerRestZero && bytes[i] == 0;
+    size_t offset = kSlot;
+    for (; offset + kSlot <= bytes.size(); offset += kSlot) {
+        DecodedRecord record;
+        WORD* fields[] = {&record.year, &record.month,  &record.dayOfWeek, &record.day,
+                          &record.hour, &record.minute, &record.second,    &record.milliseconds};
+        for (size_t f = 0; f < 8; ++f)
+            *fields[f] = Word(bytes, offset + 2 * f);
+        record.text = Text(bytes, offset + 16, 128);
+        record.raw.assign(bytes.begin() + offset, bytes.begin() + offset + kSlot);
+        log.records.push_back(record);
+    }
+    log.trailingBytes = bytes.size() - offset;
+    return log;
+}
+
+std::vector<unsigned char> MakeLogImage(const std::wstring& version, size_t records, size_t tail)
+{
+    std::vector<unsigned char> bytes(kSlot * (records + 1), 0);
+    for (size_t i = 0; i < version.size(); ++i) {
+        bytes[2 * i] = static_cast<unsigned char>(version[i] & 0xFF);
+        bytes[2 * i + 1] = static_cast<unsigned char>(version[i] >> 8);
+    }
+    bytes.insert(bytes.end(), tail, 0xAB);
+    return bytes;
+}

@@ -1,0 +1,26 @@
+#pragma once
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+// Reads a log file's bytes the way an outside program would, from the
+// documented layout alone: little-endian fields, 272-byte slots.
+struct DecodedRecord {
+    WORD year, month, dayOfWeek, day, hour, minute, second, milliseconds;
+    std::wstring text;  // up to the first zero unit, at most 128 units
+    std::vector<unsigned char> raw;
+};
+
+struct DecodedLog {
+    std::wstring version;        // the header's text, up to its first zero
+    bool headerRestZero = false; // every header byte after the text is zero
+    std::vector<DecodedRecord> records;
+    size_t trailingBytes = 0;    // bytes after the last whole record
+};
+
+DecodedLog DecodeLog(const std::vector<unsigned char>& bytes);
+
+// A file image: the standard header with `version`, then `records` zero
+// records, then `tail` bytes of 0xAB.
+std::vector<unsigned char> MakeLogImage(const std::wstring& version, size_t records, size_t tail = 0);

@@ -1,0 +1,253 @@
+#include "WriterFixture.h"
+
+#include "lang/ResourceIds.h"
+
+#include <vector>
+
+namespace {
+
+using testing_support::FileExists;
+using testing_support::ReadFileBytes;
+using testing_support::WriteFileBytes;
+using Events = std::vector<std::wstring>;
+
+ULONGLONG Ticks(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD second, WORD ms)
+{
+    SYSTEMTIME time = {year, month, 0, day, hour, minute, second, ms};
+    FILETIME file;
+    EXPECT_TRUE(::SystemTimeToFileTime(&time, &file));
+    return (static_cast<ULONGLONG>(file.dwHighDateTime) << 32) | file.dwLowDateTime;
+}
+
+ULONGLONG Ticks(const SYSTEMTIME& t)
+{
+    return Ticks(t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond, t.wMilliseconds);
+}
+
+ULONGLONG Ticks(const DecodedRecord& r)
+{
+    return Ticks(r.year, r.month, r.day, r.hour, r.minute, r.second, r.milliseconds);
+}
+
+using FlushTest = WriterTest;
+
+TEST_F(FlushTest, NothingPendingTouchesNoFile)
+{
+    Open();
+    ASSERT_TRUE(::DeleteFileW(PathOf(kCurrentName).c_str()));
+    EXPECT_EQ(writer.FlushPending(0), 1);
+    EXPECT_EQ(writer.FlushPending(-3), 1);
+    EXPECT_FALSE(FileExists(PathOf(kCurrentName)));
+    EXPECT_TRUE(host.events.empty());
+}
+
+TEST_F(FlushTest, RecordsAcrossTheRingEndReadBackFieldByField)
+{
+    Open();
+    SYSTEMTIME before;
+    ::GetLocalTime(&before);
+    AddLines(0, 4990);
+    ASSERT_EQ(writer.FlushPending(ring->PendingCount()), 1);
+    const std::wstring full(128, L'W');
+    ring->AddMessage(full.c_str());
+    ring->AddMessage((full + L"cut off").c_str());
+    ring->AddMessage(L"");
+    AddLines(4993, 20);
+    SYSTEMTIME after;
+    ::GetLocalTime(&after);
+    ASSERT_EQ(ring->writePos, 13);
+    ASSERT_EQ(writer.FlushPending(ring->PendingCount()), 1);
+    EXPECT_EQ(ring->unwrittenPos, ring->writePos);
+    EXPECT_TRUE(host.events.empty());
+    EXPECT_EQ(writer.LogFile(), INVALID_HANDLE_VALUE);
+
+    const DecodedLog log = ReadLog();
+    EXPECT_EQ(log.version, L"7.000000");
+    EXPECT_TRUE(log.headerRestZero);
+    EXPECT_EQ(log.trailingBytes, 0u);
+    ASSERT_EQ(log.records.size(), 5013u);
+    for (size_t i = 0; i < log.records.size(); ++i) {
+        const DecodedRecord& record = log.records[i];
+        if (i >= 4990 && i < 4993)
+            continue;
+        ASSERT_EQ(record.text, LineText(static_cast<int>(i))) << i;
+        ASSERT_LE(Ticks(before), Ticks(record)) << i;
+        ASSERT_LE(Ticks(record), Ticks(after)) << i;
+    }
+    // A full field has no zero: the next record's time stamp follows at once.
+    EXPECT_EQ(log.records[4990].text, full);
+    EXPECT_EQ(log.records[4991].text, full);
+    EXPECT_EQ(log.records[4992].text, L"");
+    EXPECT_EQ(std::vector<unsigned char>(log.records[4992].raw.begin() + 16,
+                                         log.records[4992].raw.end()),
+              std::vector<unsigned char>(256, 0));
+}
+
+TEST_F(FlushTest, TornTailIsPaddedWithZerosBeforeTheNextRecord)
+{
+    WriteFileBytes(PathOf(kCurrentName), MakeLogImage(L"7.000000", 2, 100));
+    Open();
+    ring->AddMessage(L"after the tear");
+    ASSERT_EQ(writer.FlushPending(ring->PendingCount()), 1);
+
+    const std::vector<unsigned char> bytes = ReadFileBytes(PathOf(kCurrentName));
+    ASSERT_EQ(bytes.size(), 272u * 5);
+    const std::vector<unsigned char> torn(bytes.begin() + 272 * 3, bytes.begin() + 272 * 4);
+    EXPECT_EQ(std::vector<unsigned char>(torn.begin(), torn.begin() + 100),
+              std::vector<unsigned char>(100, 0xAB));
+    EXPECT_EQ(std::vector<unsigned char>(torn.begin() + 100, torn.end()),
+              std::vector<unsigned char>(172, 0));
+    EXPECT_EQ(DecodeLog(bytes).records[3].text, L"after the tear");
+}
+
+TEST_F(FlushTest, HeaderShorterThan32BytesFailsWithoutMessage)
+{
+    Open();
+    WriteFileBytes(PathOf(kCurrentName), std::vector<unsigned char>(31, 0));
+    AddLines(0, 3);
+    EXPECT_EQ(writer.FlushPending(ring->PendingCount()), 0);
+    EXPECT_EQ(writer.CurrentLogFileSize(), kLogSizeError);
+    EXPECT_TRUE(host.events.empty());
+    EXPECT_EQ(ring->unwrittenPos, 0);
+    EXPECT_EQ(ReadFileBytes(PathOf(kCurrentName)).size(), 31u);
+
+    EXPECT_EQ(writer.OnTimer(SizeTimer), -1);
+    EXPECT_EQ(host.events, (Events{L"box 32799", L"stop 1"}));
+}
+
+TEST_F(FlushTest, NewerFormatIsRefusedByFlushAndSizeCheck)
+{
+    Open();
+    const std::vector<unsigned char> newer = MakeLogImage(L"8.000000", 1);
+    WriteFileBytes(PathOf(kCurrentName), newer);
+    AddLines(0, 3);
+    EXPECT_EQ(writer.FlushPending(ring->PendingCount()), 0);
+    EXPECT_EQ(host.events, (Events{L"box 32804"}));
+    EXPECT_EQ(writer.LogFile(), INVALID_HANDLE_VALUE);
+
+    host.events.clear();
+    EXPECT_EQ(writer.OnTimer(SizeTimer), -1);
+    EXPECT_EQ(host.events, (Events{L"box 32804", L"box 32799", L"stop 1"}));
+    EXPECT_EQ(ReadFileBytes(PathOf(kCurrentName)), newer);
+}
+
+TEST_F(FlushTest, OlderAndLongerVersionTextsAreAppendedTo)
+{
+    for (const wchar_t* version : {L"6.000000", L"10.000000", L""}) {
+        WriteFileBytes(PathOf(kCurrentName), MakeLogImage(version, 1));
+        Open();
+        ring->AddMessage(version);
+        ASSERT_EQ(writer.FlushPending(ring->PendingCount()), 1) << version;
+        const DecodedLog log = ReadLog();
+        EXPECT_EQ(log.version, version);
+        ASSERT_EQ(log.records.size(), 2u);
+        EXPECT_EQ(log.records[1].text, version);
+    }
+    EXPECT_TRUE(host.events.empty());
+}
+
+TEST_F(FlushTest, LockedFileInTheSameMinuteIsReported)
+{
+    Open();
+    ExclusiveOpen lock(PathOf(kCurrentName));
+    AddLines(0, 3);
+    // The new file would have the same name: it cannot be opened either.
+    EXPECT_EQ(writer.FlushPending(ring->PendingCount()), 0);
+    EXPECT_EQ(host.events, (Events{SystemBoxEvent(ERROR_SHARING_VIOLATION)}));
+    EXPECT_EQ(ring->PendingCount(), 3);
+}
+
+TEST_F(FlushTest, LockedFileSwitchesToANewFileOnceAndDropsThePending)
+{
+    Open();
+    AddLines(0, 3);
+    testNow = LocalTime(2026, 3, 3, 14, 6, 1);
+    {
+        ExclusiveOpen lock(PathOf(kCurrentName));
+        EXPECT_EQ(writer.FlushPending(3), 1);
+    }
+    EXPECT_EQ(host.events, NewFileEvents());
+    EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(L"2603031406.qxl"));
+    EXPECT_EQ(ring->lineCount, 0);
+    // Header only: no empty records for the stale count.
+    const std::vector<unsigned char> bytes = ReadFileBytes(PathOf(L"2603031406.qxl"));
+    EXPECT_EQ(bytes.size(), 272u);
+    EXPECT_EQ(DecodeLog(bytes).version, L"7.000000");
+    EXPECT_EQ(ReadFileBytes(PathOf(kCurrentName)).size(), 272u);
+}
+
+TEST_F(FlushTest, ReadOnlyFileIsReplacedByANewOne)
+{
+    Open();
+    ASSERT_TRUE(::SetFileAttributesW(PathOf(kCurrentName).c_str(), FILE_ATTRIBUTE_READONLY));
+    HANDLE probe = ::CreateFileW(PathOf(kCurrentName).c_str(), GENERIC_WRITE, FILE_SHARE_READ,
+                                 nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (probe != INVALID_HANDLE_VALUE) {
+        ::CloseHandle(probe);
+        GTEST_SKIP() << "the platform lets this user write read-only files (Wine as root)";
+    }
+    AddLines(0, 3);
+    testNow = LocalTime(2026, 3, 3, 14, 6, 1);
+    EXPECT_EQ(writer.FlushPending(3), 1);
+    EXPECT_EQ(host.events, NewFileEvents());
+    EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(L"2603031406.qxl"));
+    EXPECT_EQ(ReadFileBytes(PathOf(kCurrentName)).size(), 272u);
+}
+
+TEST_F(FlushTest, TimedFlushEverySaveTimeSeconds)
+{
+    writer.SetSettings(10, 3, 10);
+    Open();
+    AddLines(0, 5);
+    EXPECT_EQ(writer.OnTimer(FlushTimer), 0);
+    EXPECT_EQ(writer.OnTimer(FlushTimer), 0);
+    EXPECT_EQ(ring->PendingCount(), 5);
+    EXPECT_EQ(ring->flushTicks, 2u);
+    EXPECT_EQ(writer.OnTimer(FlushTimer), 0);
+    EXPECT_EQ(ring->PendingCount(), 0);
+    EXPECT_EQ(ring->flushTicks, 0u);
+    EXPECT_EQ(ReadLog().records.size(), 5u);
+
+    // A nearly full ring is written at once, whatever the count of seconds.
+    AddLines(5, 4001);
+    EXPECT_EQ(writer.OnTimer(FlushTimer), 0);
+    EXPECT_EQ(ring->PendingCount(), 0);
+    EXPECT_EQ(ring->flushTicks, 0u);
+    EXPECT_TRUE(host.events.empty());
+}
+
+TEST_F(FlushTest, SaveTimeZeroFlushesOnlyANearlyFullRing)
+{
+    writer.SetSettings(10, 0, 10);
+    Open();
+    AddLines(0, 4000);
+    for (int tick = 0; tick < 5; ++tick)
+        EXPECT_EQ(writer.OnTimer(FlushTimer), 0);
+    EXPECT_EQ(ring->PendingCount(), 4000);
+    EXPECT_EQ(ReadLog().records.size(), 0u);
+
+    ring->AddMessage(L"one more");
+    EXPECT_EQ(writer.OnTimer(FlushTimer), 0);
+    EXPECT_EQ(ring->PendingCount(), 0);
+    EXPECT_EQ(ring->flushTicks, 6u);
+    EXPECT_EQ(ReadLog().records.size(), 4001u);
+}
+
+TEST_F(FlushTest, DiskFullErrorStopsTimersAndAnnouncesBeforeTheBox)
+{
+    Open();
+    ::SetLastError(ERROR_DISK_FULL);
+    writer.ReportFileError(true);
+    EXPECT_EQ(host.events, (Events{L"stop 0", L"stop 1", L"announce 1", SystemBoxEvent(ERROR_DISK_FULL)}));
+    EXPECT_EQ(writer.DiskFullState(), 1);
+}
+
+TEST_F(FlushTest, DiskFullErrorWithoutTheWindowOnlyShowsTheBox)
+{
+    ::SetLastError(ERROR_DISK_FULL);
+    writer.ReportFileError(false);
+    EXPECT_EQ(host.events, (Events{SystemBoxEvent(ERROR_DISK_FULL)}));
+    EXPECT_EQ(writer.DiskFullState(), 0);
+}
+
+} // namespace

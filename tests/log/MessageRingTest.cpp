@@ -1,0 +1,219 @@
+#include "msgwnd/MessageRing.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+
+namespace {
+
+ULONGLONG Ticks(const SYSTEMTIME& time)
+{
+    FILETIME file;
+    EXPECT_TRUE(::SystemTimeToFileTime(&time, &file));
+    return (static_cast<ULONGLONG>(file.dwHighDateTime) << 32) | file.dwLowDateTime;
+}
+
+std::wstring FieldText(const MessageRecord& record)
+{
+    return std::wstring(record.text, kMessageTextUnits);
+}
+
+std::wstring Line(int n)
+{
+    return L"line " + std::to_wstring(n);
+}
+
+// Adds lines "line <first>" .. "line <first + count - 1>".
+void AddLines(MessageRing& ring, int first, int count)
+{
+    for (int n = first; n < first + count; ++n)
+        ring.AddMessage(Line(n).c_str());
+}
+
+struct RingTest : ::testing::Test {
+    std::unique_ptr<MessageRing> ring = std::make_unique<MessageRing>();
+};
+
+TEST(FillRecordTest, KeepsAtMost128UnitsAndPadsWithZeros)
+{
+    MessageRecord record;
+    std::memset(&record, 0x5A, sizeof(record));
+
+    const std::wstring short127(127, L'a');
+    FillRecord(short127.c_str(), record);
+    EXPECT_EQ(FieldText(record), short127 + L'\0');
+
+    const std::wstring exact128(128, L'b');
+    FillRecord(exact128.c_str(), record);
+    EXPECT_EQ(FieldText(record), exact128);
+
+    std::wstring long300(128, L'c');
+    long300 += std::wstring(172, L'd');
+    FillRecord(long300.c_str(), record);
+    EXPECT_EQ(FieldText(record), std::wstring(128, L'c'));
+
+    FillRecord(L"ab", record);
+    EXPECT_EQ(FieldText(record), L"ab" + std::wstring(126, L'\0'));
+}
+
+TEST(FillRecordTest, EmptyAndNullTextGiveAnAllZeroField)
+{
+    MessageRecord record;
+    for (const wchar_t* text : {L"", static_cast<const wchar_t*>(nullptr)}) {
+        std::memset(&record, 0x5A, sizeof(record));
+        FillRecord(text, record);
+        EXPECT_EQ(FieldText(record), std::wstring(kMessageTextUnits, L'\0'));
+    }
+}
+
+TEST(FillRecordTest, StampsTheLocalTimeWithMilliseconds)
+{
+    SYSTEMTIME before, after;
+    MessageRecord record;
+    ::GetLocalTime(&before);
+    FillRecord(L"x", record);
+    ::GetLocalTime(&after);
+    EXPECT_LE(Ticks(before), Ticks(record.time));
+    EXPECT_LE(Ticks(record.time), Ticks(after));
+}
+
+struct Counters {
+    int writePos, ringFull, fileOnlyLines, lineCount;
+};
+
+void ExpectCounters(const MessageRing& ring, Counters expected)
+{
+    EXPECT_EQ(ring.writePos, expected.writePos);
+    EXPECT_EQ(ring.ringFull, expected.ringFull);
+    EXPECT_EQ(ring.fileOnlyLines, expected.fileOnlyLines);
+    EXPECT_EQ(ring.lineCount, expected.lineCount);
+}
+
+TEST_F(RingTest, RingBecomesFullOneAddEarlyAndFileOnlyLinesFollow)
+{
+    AddLines(*ring, 0, 4998);
+    ExpectCounters(*ring, {4998, 0, 0, 4998});
+    ring->AddMessage(L"4999th");
+    ExpectCounters(*ring, {4999, 1, 1, 4999});
+    ring->AddMessage(L"5000th");
+    ExpectCounters(*ring, {0, 1, 2, 5000});
+    ring->AddMessage(L"5001st");
+    ExpectCounters(*ring, {1, 1, 3, 5001});
+    EXPECT_EQ(std::wstring(ring->ring[4999].text), L"5000th");
+    EXPECT_EQ(std::wstring(ring->ring[0].text), L"5001st");
+}
+
+// Logical line `line` is in `slot`, which holds the line added as number
+// `holds`, and the ring has `remaining` lines from there on.
+void ExpectLine(const MessageRing& ring, int line, int slot, int remaining, int holds)
+{
+    const RingSpan span = ring.LocateLine(line);
+    EXPECT_EQ(span.slot, slot) << "line " << line;
+    EXPECT_EQ(span.remaining, remaining) << "line " << line;
+    EXPECT_EQ(std::wstring(ring.ring[span.slot].text), Line(holds)) << "line " << line;
+}
+
+TEST_F(RingTest, LineRuleBeforeTheRingIsFull)
+{
+    ring->ResetForOpenedFile(7);
+    AddLines(*ring, 0, 10);
+    // Line 7 is the first ring line; line 16 the newest.
+    ExpectLine(*ring, 7, 0, 10, 0);
+    ExpectLine(*ring, 16, 9, 1, 9);
+}
+
+TEST_F(RingTest, LineRuleLagsOneLineOnceFull)
+{
+    AddLines(*ring, 0, 4999);
+    // writePos 4999 and base 5000: every ring line shows the line before it.
+    ExpectLine(*ring, 1, 0, 4999, 0);
+    ExpectLine(*ring, 4998, 4997, 2, 4997);
+
+    AddLines(*ring, 4999, 2);
+    ASSERT_EQ(ring->fileOnlyLines, 3);
+    ExpectLine(*ring, 3, 2, 4999, 2);
+    ExpectLine(*ring, 2500, 2499, 2502, 2499);
+    // The newest line shows slot 4999, the line before the one in slot 0.
+    ExpectLine(*ring, 5000, 4999, 2, 4999);
+}
+
+TEST_F(RingTest, PendingCountWrapsAroundTheRing)
+{
+    AddLines(*ring, 0, 10);
+    EXPECT_EQ(ring->PendingCount(), 10);
+
+    ring->unwrittenPos = 4990;
+    ring->writePos = 4990;
+    AddLines(*ring, 0, 15);
+    EXPECT_EQ(ring->writePos, 5);
+    EXPECT_EQ(ring->PendingCount(), 15);
+}
+
+TEST_F(RingTest, FiveThousandUnflushedAddsLeaveNothingPending)
+{
+    AddLines(*ring, 0, 5000);
+    EXPECT_EQ(ring->PendingCount(), 0);
+}
+
+TEST_F(RingTest, ResetForOpenedFileCountsTheFileAndEmptiesTheRing)
+{
+    AddLines(*ring, 0, 5001);
+    ring->flushTicks = 9;
+    ring->unwrittenPos = 17;
+    ring->ResetForOpenedFile(42);
+    EXPECT_EQ(ring->lineCount, 42);
+    EXPECT_EQ(ring->fileOnlyLines, 42);
+    EXPECT_EQ(ring->writePos + ring->unwrittenPos + ring->ringStart + ring->ringFull + ring->topLine, 0);
+    EXPECT_EQ(ring->flushTicks, 9u);
+    EXPECT_EQ(FieldText(ring->ring[4999]), std::wstring(kMessageTextUnits, L'\0'));
+}
+
+TEST_F(RingTest, ResetForNewFileClearsEverything)
+{
+    AddLines(*ring, 0, 5001);
+    ring->flushTicks = 9;
+    ring->topLine = 12;
+    ring->ResetForNewFile();
+    EXPECT_EQ(ring->lineCount + ring->fileOnlyLines + ring->writePos + ring->unwrittenPos +
+                  ring->ringStart + ring->ringFull + ring->topLine,
+              0);
+    EXPECT_EQ(ring->flushTicks, 0u);
+    EXPECT_EQ(FieldText(ring->ring[0]), std::wstring(kMessageTextUnits, L'\0'));
+}
+
+// Captures the counters at the moment the view is asked to show the line.
+struct CountingView : AddedLineView {
+    const MessageRing* ring = nullptr;
+    int calls = 0;
+    int lineCountSeen = -1;
+    int writePosSeen = -1;
+    void ShowAddedLine() override
+    {
+        ++calls;
+        lineCountSeen = ring->lineCount;
+        writePosSeen = ring->writePos;
+    }
+};
+
+TEST_F(RingTest, ViewIsAskedAfterEveryCounterHasMoved)
+{
+    CountingView view;
+    view.ring = ring.get();
+    ring->SetView(&view);
+    AddLines(*ring, 0, 5000);
+    EXPECT_EQ(view.calls, 5000);
+    EXPECT_EQ(view.lineCountSeen, 5000);
+    EXPECT_EQ(view.writePosSeen, 0);
+}
+
+TEST_F(RingTest, OutOfRangeWritePosStoresNothing)
+{
+    ring->writePos = kRingSlots;
+    EXPECT_EQ(ring->AddMessage(L"lost"), 1);
+    EXPECT_EQ(ring->lineCount, 0);
+    EXPECT_EQ(ring->writePos, kRingSlots);
+}
+
+} // namespace
