@@ -1,19 +1,92 @@
 #include <windows.h>
+#include <objbase.h>
+
+#include <cwchar>
 
 #include "QxDumpHandler/QxDumpHandler.h"
 #include "app/LanguageModule.h"
+#include "app/MessWndInstance.h"
+#include "app/ProgramFiles.h"
+#include "lang/ResourceIds.h"
+#include "loginfoCfg/LogInfoConfig.h"
 #include "winlayer/Resources.h"
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
+namespace {
+
+// Fixed for good: other instances find each other by it.
+constexpr wchar_t kInstanceMutexName[] = L"Oriel60_cc9fc917-c9df-4030-83b6-d22437dee555";
+
+LogInfoConfig logInfoConfig;
+
+// The about and auxiliary texts when the suite's configuration cannot be
+// read: strings of the program file itself, which has no string table, so
+// in practice both stay empty.
+void UseFallbackTexts(HINSTANCE instance)
+{
+    wchar_t text[256];
+    winlayer::LoadTextFrom(instance, IDS_ABOUT_FALLBACK, text, 256);
+    std::wcsncpy(logInfoConfig.aboutText, text, 256);
+    winlayer::LoadTextFrom(instance, IDS_AUX_FALLBACK, text, 256);
+    std::wcsncpy(logInfoConfig.auxText, text, 256);
+}
+
+void CreateAndShowMainWindow(HINSTANCE instance, HMODULE language)
+{
+    wchar_t title[128];
+    wchar_t className[128];
+    winlayer::LoadText(IDS_WINDOW_TITLE, title, 128);
+    winlayer::LoadText(IDS_WINDOW_CLASS, className, 128);
+    HMENU menu = ::LoadMenuW(language, MAKEINTRESOURCEW(IDR_MAIN_MENU));
+    HICON icon = LoadWindowIcon(logInfoConfig.iconFileName);
+    if (icon == nullptr)
+        icon = ::LoadIconW(language, MAKEINTRESOURCEW(IDI_ORIEL));
+
+    messWnd.SetAboutText(logInfoConfig.aboutText);
+    CMessWnd::RegisterClass(instance, className, icon);
+    // When creation fails the process goes on without a window.
+    messWnd.CreateMainWindow(instance, className, title, menu);
+    ::ShowWindow(messWnd.Handle(), SW_SHOWMINNOACTIVE);
+}
+
+void RunMessageLoop()
+{
+    // No translation step: the window takes keys as WM_KEYDOWN only.
+    MSG message;
+    while (::GetMessageW(&message, nullptr, 0, 0) != 0)
+        ::DispatchMessageW(&message);
+}
+
+} // namespace
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int)
 {
     InitHandler();
 
-    int languageCode = ReadLanguageCode(0);
-    HMODULE language = ::LoadLibraryW(BuildLanguageModulePath(languageCode, 0).c_str());
+    HANDLE mutex = ::CreateMutexW(nullptr, FALSE, kInstanceMutexName);
+    if (mutex == nullptr || ::GetLastError() == ERROR_ALREADY_EXISTS)
+        return -1;
+
+    ::CoInitialize(nullptr);
+
+    HMODULE language = ::LoadLibraryW(BuildLanguageModulePath(ReadLanguageCode(0), 0).c_str());
     if (language == nullptr)
         return -1;
     winlayer::SetResourceModule(language);
 
+    wchar_t configPath[MAX_PATH];
+    GetProgramDirectory(configPath);
+    std::wcsncat(configPath, L"config\\loginfo.ocfg", MAX_PATH - std::wcslen(configPath) - 1);
+    if (LoadLogCfg(configPath, &logInfoConfig) == 0)
+        UseFallbackTexts(instance);
+
+    int exitCode = 0;
+    CreateAndShowMainWindow(instance, language);
+    RunMessageLoop();
+    // Calls in progress get a moment to finish before the process goes.
+    ::Sleep(1000);
+
+    ::CoUninitialize();
+    ::CloseHandle(mutex);
     ::FreeLibrary(language);
-    return 0;
+    return exitCode;
 }

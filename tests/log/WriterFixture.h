@@ -3,7 +3,7 @@
 #include "msgwnd/MessageRing.h"
 #include "support/TestFiles.h"
 
-#include "LogFileDecoder.h"
+#include "support/LogFileDecoder.h"
 #include "RecordingHost.h"
 #include "TestClock.h"
 

@@ -116,21 +116,69 @@ bool FileExists(const std::wstring& path)
 
 DWORD RunProcess(const std::wstring& commandLine, DWORD timeoutMs)
 {
+    RunningProcess process(commandLine);
+    return process.Wait(timeoutMs);
+}
+
+RunningProcess::RunningProcess(const std::wstring& commandLine)
+{
     STARTUPINFOW startup = {};
     startup.cb = sizeof(startup);
-    PROCESS_INFORMATION process = {};
     std::wstring line = commandLine;
     if (!::CreateProcessW(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                          &startup, &process))
+                          &startup, &info_))
         throw std::runtime_error("cannot start process");
-    DWORD exitCode = 0x7fffffff;
-    if (::WaitForSingleObject(process.hProcess, timeoutMs) == WAIT_OBJECT_0)
-        ::GetExitCodeProcess(process.hProcess, &exitCode);
-    else
-        ::TerminateProcess(process.hProcess, 0x7fffffff);
-    ::CloseHandle(process.hThread);
-    ::CloseHandle(process.hProcess);
+}
+
+RunningProcess::~RunningProcess()
+{
+    if (Wait(0) == kStillRunning)
+        ::TerminateProcess(info_.hProcess, kStillRunning);
+    ::CloseHandle(info_.hThread);
+    ::CloseHandle(info_.hProcess);
+}
+
+DWORD RunningProcess::Wait(DWORD timeoutMs)
+{
+    DWORD exitCode = kStillRunning;
+    if (::WaitForSingleObject(info_.hProcess, timeoutMs) == WAIT_OBJECT_0)
+        ::GetExitCodeProcess(info_.hProcess, &exitCode);
     return exitCode;
+}
+
+namespace {
+struct WindowSearch {
+    DWORD processId;
+    const wchar_t* className;
+    HWND found;
+};
+
+BOOL CALLBACK MatchWindow(HWND hwnd, LPARAM param)
+{
+    auto* search = reinterpret_cast<WindowSearch*>(param);
+    DWORD owner = 0;
+    ::GetWindowThreadProcessId(hwnd, &owner);
+    wchar_t className[128] = {};
+    ::GetClassNameW(hwnd, className, 128);
+    if (owner == search->processId && std::wstring(className) == search->className) {
+        search->found = hwnd;
+        return FALSE;
+    }
+    return TRUE;
+}
+} // namespace
+
+HWND RunningProcess::FindWindowOfClass(const wchar_t* className, DWORD timeoutMs) const
+{
+    const ULONGLONG deadline = ::GetTickCount64() + timeoutMs;
+    for (;;) {
+        WindowSearch search = {info_.dwProcessId, className, nullptr};
+        ::EnumWindows(&MatchWindow, reinterpret_cast<LPARAM>(&search));
+        if (search.found != nullptr || ::GetTickCount64() >= deadline)
+            return search.found;
+        if (::WaitForSingleObject(info_.hProcess, 50) == WAIT_OBJECT_0)
+            return nullptr;
+    }
 }
 
 } // namespace testing_support

@@ -30,8 +30,30 @@ void WriteFileBytes(const std::wstring& path, const std::vector<unsigned char>& 
 std::vector<unsigned char> ReadFileBytes(const std::wstring& path);
 bool FileExists(const std::wstring& path);
 
-// Starts a program and waits for it; returns its exit code, or a negative
-// sentinel (0x7fffffff) when it did not end within the time.
+// Exit code RunProcess reports for a program that did not end in time.
+constexpr DWORD kStillRunning = 0x7fffffff;
+
+// Starts a program and waits for it; returns its exit code, or kStillRunning
+// (after ending it) when it did not end within the time.
 DWORD RunProcess(const std::wstring& commandLine, DWORD timeoutMs);
+
+// A program started and left running; ended by the object if still running.
+class RunningProcess {
+public:
+    explicit RunningProcess(const std::wstring& commandLine);
+    ~RunningProcess();
+    RunningProcess(const RunningProcess&) = delete;
+    RunningProcess& operator=(const RunningProcess&) = delete;
+
+    DWORD Id() const { return info_.dwProcessId; }
+    // Its exit code, or kStillRunning when it did not end within the time.
+    DWORD Wait(DWORD timeoutMs);
+    // The first visible or hidden top-level window of the process with this
+    // class, waited for up to `timeoutMs`; null when none appeared.
+    HWND FindWindowOfClass(const wchar_t* className, DWORD timeoutMs) const;
+
+private:
+    PROCESS_INFORMATION info_ = {};
+};
 
 } // namespace testing_support

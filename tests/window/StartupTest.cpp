@@ -1,25 +1,54 @@
 #include <gtest/gtest.h>
 
+#include "lang/ResourceIds.h"
 #include "support/TestFiles.h"
 
 using testing_support::CopyTree;
 using testing_support::InstallDir;
-using testing_support::RunProcess;
+using testing_support::kStillRunning;
+using testing_support::RunningProcess;
 using testing_support::TempDir;
 
 namespace {
 
 constexpr DWORD kExitRefused = static_cast<DWORD>(-1);
+constexpr wchar_t kClassName[] = L"OrielMessWnd";
+
+struct Outcome {
+    bool windowShown = false;
+    bool minimised = false;
+    std::wstring title;
+    DWORD exitCode = kStillRunning;
+};
+
+std::wstring TitleIn(const std::wstring& module)
+{
+    HMODULE library = ::LoadLibraryExW(module.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    wchar_t title[128] = {};
+    ::LoadStringW(library, IDS_WINDOW_TITLE, title, 128);
+    ::FreeLibrary(library);
+    return title;
+}
 
 // A private copy of the installation folder, so each case can add or remove
-// language modules and the selection file.
+// language modules and the selection file, and run the real program.
 class Installation : public ::testing::Test {
 protected:
-    void SetUp() override { CopyTree(InstallDir(), dir.Path()); }
+    void SetUp() override
+    {
+        CopyTree(InstallDir(), dir.Path());
+        chineseTitle = TitleIn(dir / L"Lang\\CHS\\OrielCHS.dll");
+        englishTitle = TitleIn(dir / L"Lang\\EN\\OrielEN.dll");
+        ASSERT_NE(chineseTitle, englishTitle);
+    }
 
     void RemoveModule(const std::wstring& relative)
     {
         ASSERT_TRUE(::DeleteFileW((dir / relative).c_str()));
+    }
+    void CopyModule(const std::wstring& from, const std::wstring& to)
+    {
+        ASSERT_TRUE(::CopyFileW((dir / from).c_str(), (dir / to).c_str(), FALSE));
     }
     void SetLanguage(const char* value)
     {
@@ -28,49 +57,89 @@ protected:
         testing_support::WriteFileBytes(dir / L"Config\\Language.ini",
                                         std::vector<unsigned char>(text.begin(), text.end()));
     }
-    DWORD Run(const std::wstring& exeName = L"Oriel.exe")
+    std::wstring CommandFor(const std::wstring& exeName) { return L"\"" + (dir / exeName) + L"\""; }
+
+    // Starts the program; when its window appears, notes its state and
+    // closes it as a user would.
+    Outcome Launch(const std::wstring& exeName = L"Oriel.exe")
     {
-        return RunProcess(L"\"" + (dir / exeName) + L"\"", 20000);
+        RunningProcess process(CommandFor(exeName));
+        Outcome outcome;
+        HWND window = process.FindWindowOfClass(kClassName, 20000);
+        if (window != nullptr) {
+            outcome.windowShown = true;
+            outcome.minimised = ::IsIconic(window) != FALSE;
+            wchar_t title[128] = {};
+            ::GetWindowTextW(window, title, 128);
+            outcome.title = title;
+            ::PostMessageW(window, WM_CLOSE, 0, 0);
+        }
+        outcome.exitCode = process.Wait(20000);
+        return outcome;
     }
 
     TempDir dir;
+    std::wstring chineseTitle;
+    std::wstring englishTitle;
 };
 
-TEST_F(Installation, WithoutSelectionFileTheChineseModuleIsRequired)
+TEST_F(Installation, WithoutSelectionFileTheChineseModuleIsUsed)
 {
     RemoveModule(L"Lang\\EN\\OrielEN.dll");
-    EXPECT_EQ(0u, Run());
-    RemoveModule(L"Lang\\CHS\\OrielCHS.dll");
-    SetLanguage("ENGLISH");
-    EXPECT_EQ(kExitRefused, Run()) << "no English module either";
+    Outcome outcome = Launch();
+    EXPECT_TRUE(outcome.windowShown);
+    EXPECT_TRUE(outcome.minimised) << "the window starts minimised";
+    EXPECT_EQ(chineseTitle, outcome.title);
+    EXPECT_EQ(0u, outcome.exitCode);
+    // The first start wrote the settings and made the default save directory.
+    EXPECT_TRUE(testing_support::FileExists(dir / L"config\\ShowMess.ini"));
+    EXPECT_TRUE(testing_support::FileExists(dir / L"log"));
 }
 
 TEST_F(Installation, OnlyEnglishInstalledAndNoSelectionFileRefusesToStart)
 {
     RemoveModule(L"Lang\\CHS\\OrielCHS.dll");
-    EXPECT_EQ(kExitRefused, Run());
+    Outcome outcome = Launch();
+    EXPECT_FALSE(outcome.windowShown);
+    EXPECT_EQ(kExitRefused, outcome.exitCode);
 }
 
 TEST_F(Installation, AnySpellingButTheExactOneSelectsEnglish)
 {
-    RemoveModule(L"Lang\\CHS\\OrielCHS.dll");
     SetLanguage("Chinese");
-    EXPECT_EQ(0u, Run());
+    Outcome outcome = Launch();
+    EXPECT_EQ(englishTitle, outcome.title);
+    EXPECT_EQ(0u, outcome.exitCode);
+
+    RemoveModule(L"Lang\\CHS\\OrielCHS.dll");
     SetLanguage("CHINESE");
-    EXPECT_EQ(kExitRefused, Run());
+    outcome = Launch();
+    EXPECT_FALSE(outcome.windowShown);
+    EXPECT_EQ(kExitRefused, outcome.exitCode);
 }
 
 TEST_F(Installation, ModuleNameFollowsTheProgramNameUpToItsFirstDot)
 {
-    ASSERT_TRUE(::CopyFileW((dir / L"Oriel.exe").c_str(), (dir / L"Oriel2.exe").c_str(), FALSE));
-    ASSERT_TRUE(::CopyFileW((dir / L"Oriel.exe").c_str(), (dir / L"Oriel.new.exe").c_str(), FALSE));
-    EXPECT_EQ(kExitRefused, Run(L"Oriel2.exe")) << "Oriel2CHS.dll does not exist yet";
-    ASSERT_TRUE(::CopyFileW((dir / L"Lang\\CHS\\OrielCHS.dll").c_str(),
-                            (dir / L"Lang\\CHS\\Oriel2CHS.dll").c_str(), FALSE));
-    EXPECT_EQ(0u, Run(L"Oriel2.exe"));
-    EXPECT_EQ(0u, Run(L"Oriel.new.exe"));
+    CopyModule(L"Oriel.exe", L"Oriel2.exe");
+    CopyModule(L"Oriel.exe", L"Oriel.new.exe");
+    EXPECT_EQ(kExitRefused, Launch(L"Oriel2.exe").exitCode) << "no Oriel2CHS.dll yet";
+    CopyModule(L"Lang\\CHS\\OrielCHS.dll", L"Lang\\CHS\\Oriel2CHS.dll");
+    EXPECT_EQ(0u, Launch(L"Oriel2.exe").exitCode);
+    EXPECT_EQ(0u, Launch(L"Oriel.new.exe").exitCode);
     RemoveModule(L"Lang\\CHS\\OrielCHS.dll");
-    EXPECT_EQ(kExitRefused, Run(L"Oriel.new.exe"));
+    EXPECT_EQ(kExitRefused, Launch(L"Oriel.new.exe").exitCode);
+}
+
+TEST_F(Installation, ASecondInstanceLeavesAtOnce)
+{
+    RunningProcess first(CommandFor(L"Oriel.exe"));
+    HWND window = first.FindWindowOfClass(kClassName, 20000);
+    ASSERT_NE(nullptr, window);
+    EXPECT_EQ(kExitRefused, testing_support::RunProcess(CommandFor(L"Oriel.exe"), 20000));
+    EXPECT_EQ(kStillRunning, first.Wait(0)) << "the first instance is unaffected";
+    EXPECT_TRUE(::IsWindow(window));
+    ::PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(0u, first.Wait(20000));
 }
 
 } // namespace

@@ -24,3 +24,8 @@ DecodedLog DecodeLog(const std::vector<unsigned char>& bytes);
 // A file image: the standard header with `version`, then `records` zero
 // records, then `tail` bytes of 0xAB.
 std::vector<unsigned char> MakeLogImage(const std::wstring& version, size_t records, size_t tail = 0);
+
+// Puts a record with `text` and the time `stamp` into slot `index` + 1 of a
+// file image made by MakeLogImage.
+void PutLogRecord(std::vector<unsigned char>& image, size_t index, const std::wstring& text,
+                  const SYSTEMTIME& stamp);

@@ -1,4 +1,4 @@
-#include "LogFileDecoder.h"
+#include "support/LogFileDecoder.h"
 
 namespace {
 
@@ -56,4 +56,21 @@ std::vector<unsigned char> MakeLogImage(const std::wstring& version, size_t reco
     }
     bytes.insert(bytes.end(), tail, 0xAB);
     return bytes;
+}
+
+void PutLogRecord(std::vector<unsigned char>& image, size_t index, const std::wstring& text,
+                  const SYSTEMTIME& stamp)
+{
+    const size_t offset = kSlot * (index + 1);
+    const WORD fields[] = {stamp.wYear,   stamp.wMonth,  stamp.wDayOfWeek, stamp.wDay,
+                           stamp.wHour,   stamp.wMinute, stamp.wSecond,    stamp.wMilliseconds};
+    for (size_t f = 0; f < 8; ++f) {
+        image[offset + 2 * f] = static_cast<unsigned char>(fields[f] & 0xFF);
+        image[offset + 2 * f + 1] = static_cast<unsigned char>(fields[f] >> 8);
+    }
+    for (size_t i = 0; i < 128; ++i) {
+        const WORD unit = i < text.size() ? static_cast<WORD>(text[i]) : 0;
+        image[offset + 16 + 2 * i] = static_cast<unsigned char>(unit & 0xFF);
+        image[offset + 16 + 2 * i + 1] = static_cast<unsigned char>(unit >> 8);
+    }
 }

@@ -1,0 +1,3 @@
+#include "app/MessWndInstance.h"
+
+CMessWnd messWnd;

@@ -1,0 +1,12 @@
+#include "msgwnd/MessWnd.h"
+
+// Commands of the menu whose dialogs are not part of this build yet: they are
+// routed already, so the menu stays complete, and do nothing for now.
+
+LRESULT CMessWnd::OnFont(WPARAM, LPARAM, bool&) { return 0; }
+LRESULT CMessWnd::OnSaveDirectory(WPARAM, LPARAM, bool&) { return 0; }
+LRESULT CMessWnd::OnSaveParams(WPARAM, LPARAM, bool&) { return 0; }
+LRESULT CMessWnd::OnOpenLog(WPARAM, LPARAM, bool&) { return 0; }
+LRESULT CMessWnd::OnPrint(WPARAM, LPARAM, bool&) { return 0; }
+LRESULT CMessWnd::OnPrintSetup(WPARAM, LPARAM, bool&) { return 0; }
+LRESULT CMessWnd::OnExportText(WPARAM, LPARAM, bool&) { return 0; }

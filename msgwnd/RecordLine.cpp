@@ -1,0 +1,25 @@
+#include "msgwnd/RecordLine.h"
+
+#include <cwchar>
+
+#include "lang/ResourceIds.h"
+#include "msgwnd/MessageRecord.h"
+#include "winlayer/Resources.h"
+
+int FormatRecordLine(wchar_t* buffer, const MessageRecord* record)
+{
+    if (record == nullptr) {
+        buffer[0] = L'\0';
+        return 0;
+    }
+    wchar_t format[256];
+    winlayer::LoadText(IDS_RECORD_LINE_FORMAT, format, 256);
+    // The text field need not end with a zero: hand the formatter a
+    // terminated copy of at most its 128 units.
+    wchar_t text[kMessageTextUnits + 1];
+    std::wmemcpy(text, record->text, kMessageTextUnits);
+    text[kMessageTextUnits] = L'\0';
+    const SYSTEMTIME& t = record->time;
+    return winlayer::FormatText(buffer, kRecordLineBuffer, format, t.wYear, t.wMonth, t.wDay,
+                                t.wHour, t.wMinute, t.wSecond, t.wMilliseconds, text);
+}

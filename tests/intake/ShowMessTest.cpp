@@ -1,0 +1,168 @@
+// The component class in-process, against the program's real main-window
+// object (no window is created, so lines are only stored in its ring).
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "app/ExeModule.h"
+#include "app/MessWndInstance.h"
+#include "intake/ShowMess.h"
+#include "intake/ShowMessFactory.h"
+
+namespace {
+
+unsigned short* Units(const std::wstring& text)
+{
+    return reinterpret_cast<unsigned short*>(const_cast<wchar_t*>(text.c_str()));
+}
+
+const MessageRecord& NewestRecord()
+{
+    const MessageRing& ring = messWnd.Ring();
+    return ring.ring[(ring.writePos + kRingSlots - 1) % kRingSlots];
+}
+
+std::wstring NewestText()
+{
+    const MessageRecord& record = NewestRecord();
+    return std::wstring(record.text, wcsnlen(record.text, kMessageTextUnits));
+}
+
+IShowMess* CreatePlain()
+{
+    IShowMess* object = nullptr;
+    EXPECT_EQ(S_OK, CShowMess::Create(nullptr, IID_IShowMess, reinterpret_cast<void**>(&object)));
+    return object;
+}
+
+TEST(ShowMess, OffersIUnknownAndIShowMessOnly)
+{
+    IShowMess* object = CreatePlain();
+    ASSERT_NE(nullptr, object);
+    IUnknown* unknown = nullptr;
+    EXPECT_EQ(S_OK, object->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(&unknown)));
+    IShowMess* again = nullptr;
+    EXPECT_EQ(S_OK, unknown->QueryInterface(IID_IShowMess, reinterpret_cast<void**>(&again)));
+    EXPECT_EQ(object, again);
+    void* other = reinterpret_cast<void*>(1);
+    EXPECT_EQ(E_NOINTERFACE, object->QueryInterface(IID_IDispatch, &other));
+    EXPECT_EQ(nullptr, other);
+    EXPECT_EQ(E_NOINTERFACE, object->QueryInterface(IID_IClassFactory, &other));
+    again->Release();
+    unknown->Release();
+    EXPECT_EQ(0u, object->Release());
+}
+
+TEST(ShowMess, HoldsOneModuleLockForItsLifetime)
+{
+    const LONG before = exeModule.LockCount();
+    IShowMess* first = CreatePlain();
+    IShowMess* second = CreatePlain();
+    EXPECT_EQ(before + 2, exeModule.LockCount());
+    first->AddRef();
+    first->Release();
+    EXPECT_EQ(before + 2, exeModule.LockCount()) << "references are not locks";
+    first->Release();
+    EXPECT_EQ(before + 1, exeModule.LockCount());
+    second->Release();
+    EXPECT_EQ(before, exeModule.LockCount());
+
+    void* refused = nullptr;
+    EXPECT_EQ(E_NOINTERFACE, CShowMess::Create(nullptr, IID_IDispatch, &refused));
+    EXPECT_EQ(before, exeModule.LockCount()) << "a refused creation leaves nothing behind";
+}
+
+TEST(ShowMess, ClassFactoryCreatesObjectsAndLocksTheServer)
+{
+    CShowMessFactory factory;
+    const LONG before = exeModule.LockCount();
+    IShowMess* object = nullptr;
+    EXPECT_EQ(S_OK, factory.CreateInstance(nullptr, IID_IShowMess, reinterpret_cast<void**>(&object)));
+    ASSERT_NE(nullptr, object);
+    EXPECT_EQ(S_OK, factory.LockServer(TRUE));
+    EXPECT_EQ(before + 2, exeModule.LockCount());
+    object->Release();
+    EXPECT_EQ(S_OK, factory.LockServer(FALSE));
+    EXPECT_EQ(before, exeModule.LockCount());
+}
+
+TEST(ShowMess, EveryCallAddsOneLineAndSucceeds)
+{
+    IShowMess* object = CreatePlain();
+    const int lines = messWnd.Ring().lineCount;
+    SYSTEMTIME now;
+    ::GetLocalTime(&now);
+
+    EXPECT_EQ(S_OK, object->ShowMessage(Units(L"Pump P-101 started")));
+    EXPECT_EQ(L"Pump P-101 started", NewestText());
+    EXPECT_EQ(now.wYear, NewestRecord().time.wYear);
+
+    EXPECT_EQ(S_OK, object->ShowMessage(Units(L"")));
+    EXPECT_EQ(L"", NewestText());
+    EXPECT_EQ(S_OK, object->ShowMessage(nullptr));
+    EXPECT_EQ(L"", NewestText());
+
+    const std::wstring longLine(300, L'x');
+    EXPECT_EQ(S_OK, object->ShowMessage(Units(longLine)));
+    EXPECT_EQ(longLine.substr(0, kMessageTextUnits), NewestText()) << "no room for a zero";
+
+    EXPECT_EQ(S_OK, object->ShowMessage(Units(L"\x6CF5 line\r\nbreak\t")));
+    EXPECT_EQ(L"\x6CF5 line\r\nbreak\t", NewestText()) << "stored as it came";
+    EXPECT_EQ(lines + 5, messWnd.Ring().lineCount);
+    object->Release();
+}
+
+// An outer object that aggregates ShowMess and exposes its IShowMess.
+class Outer : public IUnknown {
+public:
+    Outer()
+    {
+        EXPECT_EQ(S_OK, CShowMess::Create(this, IID_IUnknown, reinterpret_cast<void**>(&inner)));
+    }
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
+    {
+        if (::IsEqualIID(iid, IID_IUnknown)) {
+            *object = static_cast<IUnknown*>(this);
+            AddRef();
+            return S_OK;
+        }
+        return inner->QueryInterface(iid, object);
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++refs; }
+    ULONG STDMETHODCALLTYPE Release() override { return --refs; }
+
+    IUnknown* inner = nullptr;
+    ULONG refs = 1;
+};
+
+TEST(ShowMess, AggregatedItDelegatesIUnknownToTheOuterObject)
+{
+    const LONG before = exeModule.LockCount();
+    Outer outer;
+    ASSERT_NE(nullptr, outer.inner);
+    EXPECT_NE(static_cast<IUnknown*>(&outer), outer.inner) << "the inner unknown is its own";
+    EXPECT_EQ(before + 1, exeModule.LockCount());
+
+    IShowMess* showMess = nullptr;
+    ASSERT_EQ(S_OK, outer.QueryInterface(IID_IShowMess, reinterpret_cast<void**>(&showMess)));
+    EXPECT_EQ(2u, outer.refs) << "the interface's reference is counted by the outer object";
+
+    IUnknown* identity = nullptr;
+    EXPECT_EQ(S_OK, showMess->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(&identity)));
+    EXPECT_EQ(static_cast<IUnknown*>(&outer), identity);
+    EXPECT_EQ(3u, outer.refs);
+    identity->Release();
+    EXPECT_EQ(S_OK, showMess->ShowMessage(Units(L"through the aggregate")));
+    EXPECT_EQ(L"through the aggregate", NewestText());
+    showMess->Release();
+    EXPECT_EQ(1u, outer.refs);
+
+    EXPECT_EQ(0u, outer.inner->Release());
+    EXPECT_EQ(before, exeModule.LockCount());
+
+    void* refused = nullptr;
+    EXPECT_EQ(CLASS_E_NOAGGREGATION, CShowMess::Create(&outer, IID_IShowMess, &refused));
+    EXPECT_EQ(nullptr, refused);
+}
+
+} // namespace

@@ -1,0 +1,318 @@
+#include "MessWndFixture.h"
+
+#include <functional>
+#include <shlwapi.h>
+
+#include "lang/ResourceIds.h"
+#include "support/LogFileDecoder.h"
+#include "winlayer/Resources.h"
+
+namespace {
+
+std::wstring ResourceText(UINT id)
+{
+    wchar_t text[256];
+    winlayer::LoadText(id, text, 256);
+    return text;
+}
+
+std::wstring ReadSetting(const std::wstring& file, const wchar_t* key)
+{
+    wchar_t value[MAX_PATH] = {};
+    ::GetPrivateProfileStringW(L"save", key, L"<missing>", value, MAX_PATH, file.c_str());
+    return value;
+}
+
+// Scrolls to the bottom the way a user does: Page Down until it stops moving.
+void ScrollToBottom(MessWndFixture& fixture, const std::function<LRESULT()>& pageDown,
+                    const MessageRing& ring)
+{
+    for (int previous = -1; previous != ring.topLine;) {
+        previous = ring.topLine;
+        pageDown();
+    }
+}
+
+} // namespace
+
+TEST_F(MessWndFixture, OpensTheNewestLogAtItsLastPage)
+{
+    WriteLog(500);
+    WriteSettings("");
+    CreateWindowWithRoom(20);
+    EXPECT_EQ(500, Ring().lineCount);
+    EXPECT_EQ(500, Ring().fileOnlyLines);
+    EXPECT_EQ(480, Ring().topLine);
+
+    const int lines = window->LinesPerPage();
+    ASSERT_GT(lines, 15);
+    SCROLLINFO bar = ScrollBar(SB_VERT);
+    EXPECT_EQ(0, bar.nMin);
+    EXPECT_EQ(499, bar.nMax);
+    EXPECT_EQ(static_cast<UINT>(lines), bar.nPage);
+    EXPECT_EQ(480, bar.nPos);
+    EXPECT_EQ(L"record 480", PageText(0));
+    EXPECT_EQ(std::min(lines, 20), window->PageCount());
+    EXPECT_TRUE(boxes.Boxes().empty());
+}
+
+TEST_F(MessWndFixture, AShortLogStartsAtTheTop)
+{
+    WriteLog(10);
+    WriteSettings("");
+    CreateWindowWithRoom(20);
+    EXPECT_EQ(0, Ring().topLine);
+    EXPECT_EQ(10, window->PageCount());
+    EXPECT_EQ(L"record 9", LastPageText());
+}
+
+TEST_F(MessWndFixture, FollowsNewLinesOnlyWhileAtTheBottom)
+{
+    WriteLog(500);
+    WriteSettings("");
+    CreateWindowWithRoom(20);
+    const int lines = window->LinesPerPage();
+    ScrollToBottom(*this, [&] { return Key(VK_NEXT); }, Ring());
+    ASSERT_EQ(500 - lines, Ring().topLine);
+
+    window->AddMessage(L"first new line");
+    EXPECT_EQ(501, Ring().lineCount);
+    EXPECT_EQ(501 - lines, Ring().topLine);
+    EXPECT_EQ(L"first new line", LastPageText()) << "unwritten records complete the file page";
+    EXPECT_EQ(501 - lines, ScrollBar(SB_VERT).nPos);
+    EXPECT_EQ(500, ScrollBar(SB_VERT).nMax);
+
+    VScroll(SB_LINEUP);
+    const int scrolledTo = Ring().topLine;
+    ASSERT_EQ(500 - lines, scrolledTo);
+    window->AddMessage(L"second new line");
+    EXPECT_EQ(502, Ring().lineCount);
+    EXPECT_EQ(scrolledTo, Ring().topLine);
+    EXPECT_EQ(L"record " + std::to_wstring(scrolledTo), PageText(0));
+}
+
+TEST_F(MessWndFixture, LiveViewLagsOneLineOnceTheRingIsFull)
+{
+    WriteLog(0);
+    WriteSettings("");
+    CreateWindowWithRoom(20);
+    // Hidden, the window skips the costly scroll bar redraws of the bulk.
+    ::ShowWindow(Hwnd(), SW_HIDE);
+    for (int i = 1; i <= 4998; ++i)
+        window->AddMessage((L"line " + std::to_wstring(i)).c_str());
+    ::ShowWindow(Hwnd(), SW_SHOW);
+    Key(VK_END, true);
+    EXPECT_EQ(L"line 4998", LastPageText());
+    EXPECT_EQ(0, Ring().ringFull);
+
+    window->AddMessage(L"line 4999");
+    EXPECT_EQ(1, Ring().ringFull);
+    EXPECT_EQ(4999, Ring().lineCount);
+    EXPECT_EQ(4999 - window->LinesPerPage(), Ring().topLine) << "the view followed";
+    EXPECT_EQ(L"line 4998", LastPageText()) << "the newest line shows only with the next one";
+    window->AddMessage(L"line 5000");
+    EXPECT_EQ(L"line 4999", LastPageText());
+}
+
+TEST_F(MessWndFixture, ScrollBarsAndKeysMoveThePage)
+{
+    WriteLog(500);
+    WriteSettings("");
+    CreateWindowWithRoom(20);
+    const int lines = window->LinesPerPage();
+
+    Key(VK_HOME, true);
+    EXPECT_EQ(0, Ring().topLine);
+    EXPECT_EQ(L"record 0", PageText(0));
+    VScroll(SB_LINEUP);
+    EXPECT_EQ(0, Ring().topLine);
+    Key(VK_DOWN);
+    EXPECT_EQ(1, Ring().topLine);
+    VScroll(SB_PAGEDOWN);
+    EXPECT_EQ(1 + lines, Ring().topLine);
+    Key(VK_PRIOR);
+    EXPECT_EQ(1, Ring().topLine);
+    VScroll(SB_PAGEUP);
+    EXPECT_EQ(0, Ring().topLine);
+
+    // Dragging the thumb scrolls nothing until it is let go.
+    ::SetScrollPos(Hwnd(), SB_VERT, 250, FALSE);
+    VScroll(SB_THUMBTRACK);
+    EXPECT_EQ(0, Ring().topLine);
+    VScroll(SB_THUMBPOSITION);
+    EXPECT_EQ(250, Ring().topLine);
+    EXPECT_EQ(L"record 250", PageText(0));
+
+    // Ctrl+End asks for the bar one past the top line, but at the end of
+    // the list the platform holds the thumb at its last position.
+    Key(VK_END, true);
+    EXPECT_EQ(500 - lines, Ring().topLine);
+    EXPECT_EQ(500 - lines, ScrollBar(SB_VERT).nPos);
+    Key(VK_DOWN);
+    EXPECT_EQ(500 - lines, Ring().topLine) << "no line below the last page";
+}
+
+TEST_F(MessWndFixture, HorizontalBarIsMeasuredOnTheWidestLine)
+{
+    WriteLog(50);
+    WriteSettings("");
+    CreateWindowWithRoom(20);
+    SCROLLINFO bar = ScrollBar(SB_HORZ);
+    ASSERT_GT(bar.nMax, static_cast<int>(bar.nPage)) << "a line of ideographs is wider than the view";
+    EXPECT_EQ(1, bar.nPos) << "measuring sets the bar one past the offset";
+
+    Key(VK_END);
+    const int rightmost = bar.nMax - static_cast<int>(bar.nPage);
+    EXPECT_EQ(rightmost, window->HorizontalPosition());
+    Key(VK_RIGHT);
+    EXPECT_EQ(rightmost, window->HorizontalPosition());
+    Key(VK_HOME);
+    EXPECT_EQ(0, window->HorizontalPosition());
+    EXPECT_EQ(0, ScrollBar(SB_HORZ).nPos);
+    Key(VK_RIGHT);
+    const int step = window->HorizontalPosition();
+    EXPECT_GT(step, 0);
+    Key(VK_LEFT);
+    EXPECT_EQ(0, window->HorizontalPosition());
+
+    // A page right from the left edge; the bar is set one past the offset.
+    const int page = static_cast<int>(bar.nPage);
+    const int expected = 2 * page < bar.nMax ? page : bar.nMax - page;
+    HScroll(SB_PAGERIGHT);
+    EXPECT_EQ(expected, window->HorizontalPosition());
+    EXPECT_EQ(expected + 1, ScrollBar(SB_HORZ).nPos);
+    HScroll(SB_THUMBPOSITION, 7);
+    EXPECT_EQ(7, window->HorizontalPosition());
+    HScroll(SB_THUMBTRACK, 90);
+    EXPECT_EQ(7, window->HorizontalPosition());
+}
+
+TEST_F(MessWndFixture, EmptyListStaysAtTheTop)
+{
+    WriteLog(0);
+    WriteSettings("");
+    CreateWindowWithRoom(20);
+    SCROLLINFO bar = ScrollBar(SB_VERT);
+    EXPECT_LE(bar.nMax, bar.nMin) << "an empty range";
+    Key(VK_NEXT);
+    EXPECT_EQ(0, Ring().topLine);
+    Key(VK_END, true);
+    EXPECT_EQ(0, Ring().topLine);
+    EXPECT_EQ(0, window->PageCount());
+    // With no line laid out, the width was never measured: Right and End do nothing.
+    Key(VK_END);
+    Key(VK_RIGHT);
+    EXPECT_EQ(0, window->HorizontalPosition());
+}
+
+TEST_F(MessWndFixture, ALogOfANewerFormatIsRefusedOnRefresh)
+{
+    std::wstring log = WriteLog(500);
+    WriteSettings("");
+    CreateWindowWithRoom(20);
+    ASSERT_TRUE(boxes.Boxes().empty());
+
+    std::vector<unsigned char> bytes = testing_support::ReadFileBytes(log);
+    const char newer[] = "8\0.\0""0\0""0\0""0\0""0\0""0\0""0\0";
+    std::copy(newer, newer + 16, bytes.begin());
+    testing_support::WriteFileBytes(log, bytes);
+
+    Key(VK_HOME, true);
+    ASSERT_EQ(1u, boxes.Boxes().size());
+    EXPECT_EQ(ResourceText(IDS_NEWER_FORMAT), boxes.Boxes()[0].text);
+    EXPECT_EQ(ResourceText(IDS_ERROR_CAPTION), boxes.Boxes()[0].caption);
+    EXPECT_EQ(0, window->PageCount());
+}
+
+TEST_F(MessWndFixture, MissingSaveDirectoryWritesTheConstantDefaultsBack)
+{
+    WriteSettings("savedays=30\r\nlogsize=2\r\n", false);
+    CreateWindowWithRoom(20);
+    EXPECT_EQ(30u, window->Writer().SaveDays()) << "this run keeps the value it read";
+    EXPECT_EQ(2u, window->Writer().LogSize());
+    const std::wstring settings = SettingsFilePath();
+    EXPECT_EQ(L"10", ReadSetting(settings, L"savedays"));
+    EXPECT_EQ(L"600", ReadSetting(settings, L"savetime"));
+    EXPECT_EQ(L"10", ReadSetting(settings, L"logsize"));
+
+    wchar_t expected[MAX_PATH];
+    ::GetModuleFileNameW(nullptr, expected, MAX_PATH);
+    ::PathRemoveFileSpecW(expected);
+    ::PathAppendW(expected, L"log");
+    EXPECT_EQ(expected, ReadSetting(settings, L"savedirectory"));
+    EXPECT_EQ(std::wstring(expected), window->Writer().SaveDirectory());
+    EXPECT_TRUE(::PathIsDirectoryW(expected));
+    ::DestroyWindow(Hwnd());
+    DrainQuit();
+    testing_support::RemoveTree(expected);
+}
+
+TEST_F(MessWndFixture, ClosingWritesExactlyThePendingRecords)
+{
+    std::wstring log = WriteLog(500);
+    WriteSettings("");
+    CreateWindowWithRoom(20);
+    window->AddMessage(L"pending one");
+    window->AddMessage(L"pending two");
+    window->AddMessage(L"pending three");
+    ASSERT_EQ(3, Ring().PendingCount());
+
+    ::SendMessageW(Hwnd(), WM_CLOSE, 0, 0);
+    EXPECT_EQ(nullptr, window->Handle());
+    MSG quit;
+    EXPECT_TRUE(::PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(0, Ring().PendingCount());
+
+    DecodedLog decoded = DecodeLog(testing_support::ReadFileBytes(log));
+    ASSERT_EQ(503u, decoded.records.size());
+    EXPECT_EQ(L"record 499", decoded.records[499].text);
+    EXPECT_EQ(L"pending one", decoded.records[500].text);
+    EXPECT_EQ(L"pending three", decoded.records[502].text);
+    EXPECT_EQ(0u, decoded.trailingBytes);
+}
+
+TEST_F(MessWndFixture, SystemMenuTogglesStayOnTop)
+{
+    WriteLog(5);
+    WriteSettings("");
+    CreateWindowWithRoom(10);
+    HMENU systemMenu = ::GetSystemMenu(Hwnd(), FALSE);
+    auto topmost = [&] { return (::GetWindowLongW(Hwnd(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
+    auto hasItem = [&](UINT id) { return ::GetMenuState(systemMenu, id, MF_BYCOMMAND) != UINT(-1); };
+    ASSERT_TRUE(hasItem(IDM_TOPMOST));
+    ASSERT_FALSE(topmost());
+
+    ::SendMessageW(Hwnd(), WM_SYSCOMMAND, IDM_TOPMOST, 0);
+    EXPECT_TRUE(topmost());
+    EXPECT_FALSE(hasItem(IDM_TOPMOST));
+    EXPECT_TRUE(hasItem(IDM_NOTOPMOST));
+
+    // A synthetic second "stay on top" still makes the window topmost; the
+    // menu, which no longer holds that item, stays as it is.
+    ::SendMessageW(Hwnd(), WM_SYSCOMMAND, IDM_NOTOPMOST, 0);
+    EXPECT_FALSE(topmost());
+    ::SendMessageW(Hwnd(), WM_SYSCOMMAND, IDM_TOPMOST, 0);
+    ::SendMessageW(Hwnd(), WM_SYSCOMMAND, IDM_TOPMOST, 0);
+    EXPECT_TRUE(topmost());
+    EXPECT_TRUE(hasItem(IDM_NOTOPMOST));
+    EXPECT_FALSE(hasItem(IDM_TOPMOST));
+
+    // Standard system commands still reach the default handling.
+    ::SendMessageW(Hwnd(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    EXPECT_TRUE(::IsIconic(Hwnd()));
+}
+
+TEST_F(MessWndFixture, AtomMessagesAddLinesUntilADiskFullNotice)
+{
+    WriteLog(0);
+    WriteSettings("");
+    CreateWindowWithRoom(20);
+    std::wstring longText(200, L'x');
+    ATOM atom = ::GlobalAddAtomW(longText.c_str());
+    ASSERT_NE(0, atom);
+    EXPECT_EQ(0, ::SendMessageW(Hwnd(), WM_MESSATOM, atom, 0));
+    ::GlobalDeleteAtom(atom);
+    EXPECT_EQ(std::wstring(127, L'x'), LastPageText());
+    EXPECT_EQ(-1, ::SendMessageW(Hwnd(), WM_MESSATOM, atom, 0)) << "deleted atom";
+    EXPECT_EQ(1, Ring().lineCount);
+}
