@@ -13,7 +13,9 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"OrielMessWnd";
 
-int FontLineHeight()
+} // namespace
+
+int MessWndFixture::FontLineHeight()
 {
     wchar_t face[LF_FACESIZE];
     winlayer::LoadText(IDS_FONT_FACE, face, LF_FACESIZE);
@@ -33,8 +35,6 @@ int FontLineHeight()
     ::DeleteObject(handle);
     return metrics.tmHeight + metrics.tmExternalLeading;
 }
-
-} // namespace
 
 void MessWndFixture::SetUpTestSuite()
 {

@@ -36,6 +36,8 @@ protected:
     std::wstring PageText(int i) const;
     std::wstring LastPageText() const { return PageText(window->PageCount() - 1); }
     std::wstring SettingsFilePath() const;
+    // Height of one line of the view font.
+    static int FontLineHeight();
     // Answers the quit message that destroying the window posts.
     static void DrainQuit();
 

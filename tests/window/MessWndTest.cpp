@@ -316,3 +316,81 @@ TEST_F(MessWndFixture, AtomMessagesAddLinesUntilADiskFullNotice)
     EXPECT_EQ(-1, ::SendMessageW(Hwnd(), WM_MESSATOM, atom, 0)) << "deleted atom";
     EXPECT_EQ(1, Ring().lineCount);
 }
+
+namespace {
+
+// What the client area shows on screen, as 32-bit pixels, row by row.
+struct ClientPixels {
+    int width = 0;
+    int height = 0;
+    std::vector<DWORD> pixels;
+    bool DarkAt(int x, int y) const
+    {
+        DWORD p = pixels[static_cast<size_t>(y) * width + x];
+        return ((p & 0xFF) + ((p >> 8) & 0xFF) + ((p >> 16) & 0xFF)) < 3 * 96;
+    }
+    // First column with a dark pixel in rows [top, bottom); -1 when none.
+    int FirstDarkColumn(int top, int bottom) const
+    {
+        for (int x = 0; x < width; ++x)
+            for (int y = top; y < bottom && y < height; ++y)
+                if (DarkAt(x, y))
+                    return x;
+        return -1;
+    }
+};
+
+ClientPixels CaptureClient(HWND window)
+{
+    ::UpdateWindow(window);
+    RECT client;
+    ::GetClientRect(window, &client);
+    POINT origin = {0, 0};
+    ::ClientToScreen(window, &origin);
+    ClientPixels shot;
+    shot.width = client.right;
+    shot.height = client.bottom;
+    HDC screen = ::GetDC(nullptr);
+    HDC memory = ::CreateCompatibleDC(screen);
+    HBITMAP bitmap = ::CreateCompatibleBitmap(screen, shot.width, shot.height);
+    HGDIOBJ old = ::SelectObject(memory, bitmap);
+    ::BitBlt(memory, 0, 0, shot.width, shot.height, screen, origin.x, origin.y, SRCCOPY);
+    ::SelectObject(memory, old);
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof(info.bmiHeader);
+    info.bmiHeader.biWidth = shot.width;
+    info.bmiHeader.biHeight = -shot.height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    shot.pixels.resize(static_cast<size_t>(shot.width) * shot.height);
+    ::GetDIBits(memory, bitmap, 0, shot.height, shot.pixels.data(), &info, DIB_RGB_COLORS);
+    ::DeleteObject(bitmap);
+    ::DeleteDC(memory);
+    ::ReleaseDC(nullptr, screen);
+    return shot;
+}
+
+} // namespace
+
+TEST_F(MessWndFixture, DrawsEveryPageLineFivePixelsInFromTheOffset)
+{
+    WriteLog(6);
+    WriteSettings("");
+    CreateWindowWithRoom(12);
+    ::SetWindowPos(Hwnd(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
+    DrainQuit();
+    ClientPixels shot = CaptureClient(Hwnd());
+    const int lineHeight = FontLineHeight();
+    ASSERT_GT(lineHeight, 8);
+    for (int line = 0; line < 6; ++line)
+        EXPECT_NE(-1, shot.FirstDarkColumn(line * lineHeight, (line + 1) * lineHeight)) << line;
+    EXPECT_EQ(-1, shot.FirstDarkColumn(6 * lineHeight + 2, shot.height)) << "nothing below the list";
+    const int margin = shot.FirstDarkColumn(0, lineHeight);
+    EXPECT_GE(margin, 5);
+    EXPECT_LE(margin, 7);
+
+    // Scrolled right by three pixels, the text starts three pixels further left.
+    HScroll(SB_THUMBPOSITION, 3);
+    DrainQuit();
+    EXPECT_EQ(margin - 3, CaptureClient(Hwnd()).FirstDarkColumn(0, lineHeight));
+}
