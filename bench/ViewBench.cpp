@@ -125,6 +125,12 @@ int main()
     std::printf("Ctrl+End:                                 %8.0f us\n",
                 MicrosecondsPerKey(hwnd, VK_END, true, 200));
 
+    // Hidden, the scroll bar is not redrawn: what remains is the page refill.
+    ::ShowWindow(hwnd, SW_HIDE);
+    SendKey(hwnd, VK_HOME, true);
+    std::printf("Page Down, window hidden (refill only):   %8.0f us\n",
+                MicrosecondsPerKey(hwnd, VK_NEXT, false, 200));
+
     ::DestroyWindow(hwnd);
     Pump();
     ::DeleteFileW((here + L"\\config\\ShowMess.ini").c_str());
