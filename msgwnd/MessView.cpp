@@ -8,6 +8,7 @@
 #include "log/LogFormat.h"
 #include "msgwnd/RecordLine.h"
 #include "msgwnd/ScrollRules.h"
+#include "msgwnd/ViewDC.h"
 
 namespace {
 
@@ -34,17 +35,7 @@ bool ControlKeyDown()
 
 LRESULT CMessWnd::OnSize(WPARAM, LPARAM, bool&)
 {
-    HDC dc = ::GetDC(hwnd_);
-    HGDIOBJ oldFont = ::SelectObject(dc, viewFont);
-    TEXTMETRICW metrics;
-    ::GetTextMetricsW(dc, &metrics);
-    RECT client;
-    ::GetClientRect(hwnd_, &client);
-    const int height = metrics.tmHeight + metrics.tmExternalLeading;
-    // A font always has a height; should one not, the view shows no page.
-    linesPerPage = height > 0 ? (client.bottom - client.top) / height : 0;
-    ::SelectObject(dc, oldFont);
-    ::ReleaseDC(hwnd_, dc);
+    linesPerPage = ViewDC(hwnd_, viewFont).LinesThatFit();
 
     pageBuffer.reset();
     if (linesPerPage < 0)
@@ -65,25 +56,20 @@ LRESULT CMessWnd::OnPaint(WPARAM, LPARAM, bool&)
     ::BeginPaint(hwnd_, &paint);
     // Drawing goes through a second context so that every line of the page
     // is drawn, not only the part that was invalid.
-    HDC dc = ::GetDC(hwnd_);
-    HGDIOBJ oldFont = ::SelectObject(dc, viewFont);
-    COLORREF oldColor = ::SetTextColor(dc, fontDialogState.rgbColors);
-    ::SetBkMode(dc, TRANSPARENT);
-    TEXTMETRICW metrics;
-    ::GetTextMetricsW(dc, &metrics);
-    RECT client;
-    ::GetClientRect(hwnd_, &client);
-    const int height = metrics.tmHeight + metrics.tmExternalLeading;
-    lineHeight = height;
-    const int rows = height > 0 ? (client.bottom - client.top) / height : 0;
-    for (int i = 0; i < rows && i < linesPerPage && i < pageCount; ++i) {
-        wchar_t line[kRecordLineBuffer] = {};
-        int length = FormatRecordLine(line, &pageBuffer[i]);
-        ::TextOutW(dc, kLeftMargin - hPos, height * i, line, length);
+    {
+        ViewDC view(hwnd_, viewFont);
+        HDC dc = view.Handle();
+        COLORREF oldColor = ::SetTextColor(dc, fontDialogState.rgbColors);
+        ::SetBkMode(dc, TRANSPARENT);
+        lineHeight = view.LineHeight();
+        const int rows = view.LinesThatFit();
+        for (int i = 0; i < rows && i < linesPerPage && i < pageCount; ++i) {
+            wchar_t line[kRecordLineBuffer] = {};
+            int length = FormatRecordLine(line, &pageBuffer[i]);
+            ::TextOutW(dc, kLeftMargin - hPos, lineHeight * i, line, length);
+        }
+        ::SetTextColor(dc, oldColor);
     }
-    ::SelectObject(dc, oldFont);
-    ::SetTextColor(dc, oldColor);
-    ::ReleaseDC(hwnd_, dc);
     ::EndPaint(hwnd_, &paint);
     return 0;
 }
@@ -215,26 +201,19 @@ void CMessWnd::UpdateHorizontalExtent()
 {
     if (pageCount <= 0)
         return;
-    HDC dc = ::GetDC(hwnd_);
-    HGDIOBJ oldFont = ::SelectObject(dc, viewFont);
-    TEXTMETRICW metrics;
-    ::GetTextMetricsW(dc, &metrics);
-    RECT client;
-    ::GetClientRect(hwnd_, &client);
-
-    MessageRecord sample;
-    ::GetLocalTime(&sample.time);
-    std::wmemset(sample.text, kWidestCharacter, kMessageTextUnits);
-    wchar_t line[kRecordLineBuffer];
-    int length = FormatRecordLine(line, &sample);
-    SIZE extent = {};
-    ::GetTextExtentPoint32W(dc, line, length, &extent);
-    hExtent = extent.cx + ::GetSystemMetrics(SM_CXVSCROLL);
-    hPage = client.right - client.left;
-    hStep = metrics.tmMaxCharWidth;
-
-    ::SelectObject(dc, oldFont);
-    ::ReleaseDC(hwnd_, dc);
+    {
+        ViewDC view(hwnd_, viewFont);
+        MessageRecord sample;
+        ::GetLocalTime(&sample.time);
+        std::wmemset(sample.text, kWidestCharacter, kMessageTextUnits);
+        wchar_t line[kRecordLineBuffer];
+        int length = FormatRecordLine(line, &sample);
+        SIZE extent = {};
+        ::GetTextExtentPoint32W(view.Handle(), line, length, &extent);
+        hExtent = extent.cx + ::GetSystemMetrics(SM_CXVSCROLL);
+        hPage = view.Client().right - view.Client().left;
+        hStep = view.Metrics().tmMaxCharWidth;
+    }
     // One more than the offset, as the bar has always been set here.
     SetHorizontalBar(hPos + 1);
 }

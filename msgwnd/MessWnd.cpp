@@ -6,6 +6,7 @@
 #include "lang/ResourceIds.h"
 #include "msgwnd/AboutDlg.h"
 #include "msgwnd/ScrollRules.h"
+#include "msgwnd/ViewDC.h"
 #include "winlayer/Resources.h"
 
 namespace {
@@ -188,17 +189,8 @@ void CMessWnd::AddTopmostItem()
 
 void CMessWnd::PlaceFirstTopLine()
 {
-    HDC dc = ::GetDC(hwnd_);
-    HGDIOBJ oldFont = ::SelectObject(dc, viewFont);
-    TEXTMETRICW metrics;
-    ::GetTextMetricsW(dc, &metrics);
-    RECT client;
-    ::GetClientRect(hwnd_, &client);
-    const int height = metrics.tmHeight + metrics.tmExternalLeading;
-    const int lines = height > 0 ? (client.bottom - client.top) / height : 0;
-    ::SelectObject(dc, oldFont);
-    ::ReleaseDC(hwnd_, dc);
-    ring.topLine = FirstTopLine(ring.lineCount, lines);
+    // The count is not kept: the first size change sets linesPerPage.
+    ring.topLine = FirstTopLine(ring.lineCount, ViewDC(hwnd_, viewFont).LinesThatFit());
 }
 
 LRESULT CMessWnd::OnDestroy(WPARAM, LPARAM, bool&)
