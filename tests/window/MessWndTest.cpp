@@ -394,3 +394,45 @@ TEST_F(MessWndFixture, DrawsEveryPageLineFivePixelsInFromTheOffset)
     DrainQuit();
     EXPECT_EQ(margin - 3, CaptureClient(Hwnd()).FirstDarkColumn(0, lineHeight));
 }
+
+namespace {
+
+std::wstring aboutSeen;
+
+// Runs inside the About box's modal loop: reads control 236 and presses OK.
+void CALLBACK AnswerAboutBox(HWND, UINT, UINT_PTR timer, DWORD)
+{
+    HWND box = nullptr;
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(),
+        [](HWND hwnd, LPARAM found) {
+            wchar_t className[16] = {};
+            ::GetClassNameW(hwnd, className, 16);
+            if (std::wstring(className) != L"#32770")
+                return TRUE;
+            *reinterpret_cast<HWND*>(found) = hwnd;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&box));
+    if (box == nullptr)
+        return;
+    ::KillTimer(nullptr, timer);
+    wchar_t text[256] = {};
+    ::GetDlgItemTextW(box, IDC_ABOUT_TEXT, text, 256);
+    aboutSeen = text;
+    ::PostMessageW(box, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+}
+
+} // namespace
+
+TEST_F(MessWndFixture, AboutBoxShowsTheSuitesAboutText)
+{
+    WriteLog(1);
+    WriteSettings("");
+    CreateWindowWithRoom(10);
+    window->SetAboutText(L"Line 1 of the suite's about text");
+    aboutSeen = L"<not shown>";
+    ::SetTimer(nullptr, 0, 50, &AnswerAboutBox);
+    EXPECT_EQ(0, ::SendMessageW(Hwnd(), WM_COMMAND, MAKEWPARAM(IDM_ABOUT, 0), 0));
+    EXPECT_EQ(L"Line 1 of the suite's about text", aboutSeen);
+}
