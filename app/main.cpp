@@ -4,9 +4,13 @@
 #include <cwchar>
 
 #include "QxDumpHandler/QxDumpHandler.h"
+#include "app/CommandLine.h"
+#include "app/ExeModule.h"
 #include "app/LanguageModule.h"
 #include "app/MessWndInstance.h"
 #include "app/ProgramFiles.h"
+#include "intake/ClassObjects.h"
+#include "intake/Registration.h"
 #include "lang/ResourceIds.h"
 #include "loginfoCfg/LogInfoConfig.h"
 #include "winlayer/Resources.h"
@@ -66,7 +70,9 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int)
     if (mutex == nullptr || ::GetLastError() == ERROR_ALREADY_EXISTS)
         return -1;
 
+    const wchar_t* commandLine = ::GetCommandLineW();
     ::CoInitialize(nullptr);
+    exeModule.Init(instance, ::GetCurrentThreadId());
 
     HMODULE language = ::LoadLibraryW(BuildLanguageModulePath(ReadLanguageCode(0), 0).c_str());
     if (language == nullptr)
@@ -80,10 +86,18 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int)
         UseFallbackTexts(instance);
 
     int exitCode = 0;
-    CreateAndShowMainWindow(instance, language);
-    RunMessageLoop();
-    // Calls in progress get a moment to finish before the process goes.
-    ::Sleep(1000);
+    const SwitchAction action = ScanCommandLine(commandLine);
+    if (action != SwitchAction::Run) {
+        exitCode = UpdateRegistration(instance, action == SwitchAction::Register);
+    } else {
+        exeModule.StartMonitor();
+        RegisterClassObjects();
+        CreateAndShowMainWindow(instance, language);
+        RunMessageLoop();
+        RevokeClassObjects();
+        // Calls in progress get a moment to finish before the process goes.
+        ::Sleep(1000);
+    }
 
     ::CoUninitialize();
     ::CloseHandle(mutex);
