@@ -7,43 +7,42 @@
 
 namespace {
 
-// The type library of resource 1, loaded without registering anything.
-HRESULT LoadOwnTypeLib(HMODULE module, wchar_t (&path)[MAX_PATH], ITypeLib** typeLib)
+// Runs `use` on the type library of resource 1 of `module`, loaded without
+// registering anything, with the module's path.
+template <typename Use>
+HRESULT WithOwnTypeLib(HMODULE module, Use use)
 {
+    wchar_t path[MAX_PATH] = {};
     if (::GetModuleFileNameW(module, path, MAX_PATH) == 0)
         return HRESULT_FROM_WIN32(::GetLastError());
-    return ::LoadTypeLibEx(path, REGKIND_NONE, typeLib);
+    ITypeLib* typeLib = nullptr;
+    HRESULT result = ::LoadTypeLibEx(path, REGKIND_NONE, &typeLib);
+    if (FAILED(result))
+        return result;
+    result = use(typeLib, path);
+    typeLib->Release();
+    return result;
 }
 
 HRESULT RegisterTypeLibrary(HMODULE module)
 {
-    wchar_t path[MAX_PATH] = {};
-    ITypeLib* typeLib = nullptr;
-    HRESULT result = LoadOwnTypeLib(module, path, &typeLib);
-    if (FAILED(result))
-        return result;
-    result = ::RegisterTypeLib(typeLib, path, nullptr);
-    typeLib->Release();
-    return result;
+    return WithOwnTypeLib(module, [](ITypeLib* typeLib, wchar_t* path) {
+        return ::RegisterTypeLib(typeLib, path, nullptr);
+    });
 }
 
 HRESULT UnregisterTypeLibrary(HMODULE module)
 {
-    wchar_t path[MAX_PATH] = {};
-    ITypeLib* typeLib = nullptr;
-    HRESULT result = LoadOwnTypeLib(module, path, &typeLib);
-    if (FAILED(result))
-        return result;
-    TLIBATTR* attributes = nullptr;
-    result = typeLib->GetLibAttr(&attributes);
-    if (SUCCEEDED(result)) {
+    return WithOwnTypeLib(module, [](ITypeLib* typeLib, wchar_t*) {
+        TLIBATTR* attributes = nullptr;
+        HRESULT result = typeLib->GetLibAttr(&attributes);
+        if (FAILED(result))
+            return result;
         result = ::UnRegisterTypeLib(attributes->guid, attributes->wMajorVerNum,
-                                     attributes->wMinorVerNum, attributes->lcid,
-                                     attributes->syskind);
+                                     attributes->wMinorVerNum, attributes->lcid, attributes->syskind);
         typeLib->ReleaseTLibAttr(attributes);
-    }
-    typeLib->Release();
-    return result;
+        return result;
+    });
 }
 
 } // namespace

@@ -167,8 +167,8 @@ TEST_F(Intake, ShowmessFeedsStandardInputAndArgumentsThroughBothRoads)
                                     std::vector<unsigned char>(input.begin(), input.end()));
     EXPECT_EQ(0u, RunWithInput(tool, inputDir / L"lines.txt", 20000));
     EXPECT_EQ(0u, RunProcess(tool + L" --atom \"Valve V-9 closed\" \"Valve V-10 closed\"", 20000));
-    EXPECT_EQ(0u, RunProcess(tool + L" --count 3 Load", 20000));
-    CloseServer(*server);
+    EXPECT_EQ(0u, RunProcess(tool + L" --count 3 Load --close", 20000));
+    EXPECT_EQ(0u, server->Wait(10000));
     EXPECT_EQ(1u, RunProcess(tool + L" --atom \"no window\"", 20000));
 
     const std::wstring expected[] = {L"Pump P-3 \x6CF5 on", L"", L"Feeder F-1 stopped",

@@ -16,7 +16,8 @@ bool Parse(std::vector<std::wstring> args, ShowMessOptions& options)
 TEST(ShowMessOptions, TextsOptionsAndCountedRuns)
 {
     ShowMessOptions options;
-    ASSERT_TRUE(Parse({L"Valve V-12 open", L"--atom", L"-x", L"--", L"--show"}, options));
+    ASSERT_TRUE(Parse({L"Valve V-12 open", L"--atom", L"--close", L"-x", L"--", L"--show"}, options));
+    EXPECT_TRUE(options.close);
     EXPECT_TRUE(options.useAtom);
     EXPECT_FALSE(options.show);
     std::vector<std::wstring> texts = {L"Valve V-12 open", L"-x", L"--show"};
@@ -40,6 +41,7 @@ TEST(ShowMessOptions, RefusesWhatCannotBeMeant)
     EXPECT_FALSE(Parse({L"--rate", L"10"}, options)) << "a rate needs a count";
     EXPECT_FALSE(Parse({L"--count", L"2", L"a", L"b"}, options));
     EXPECT_FALSE(Parse({L"--colour"}, options));
+    EXPECT_FALSE(Parse({L"--hold", L"--atom"}, options)) << "atoms hold nothing";
 }
 
 TEST(LineSplitter, CutsUtf8IntoLinesAcrossChunksAndDropsCarriageReturns)

@@ -3,7 +3,7 @@
 #include <cwchar>
 
 const char kShowMessUsage[] =
-    "usage: showmess [--atom] [--show] [--count N [--rate R]] [TEXT...]\n"
+    "usage: showmess [--atom] [--show] [--close] [--hold] [--count N [--rate R]] [TEXT...]\n"
     "\n"
     "Hands lines to the running message window: each TEXT is one line; without\n"
     "TEXT the lines are read from standard input (UTF-8, one per line).\n"
@@ -11,12 +11,17 @@ const char kShowMessUsage[] =
     "  --atom      send through the window message with a global atom (at most\n"
     "              127 characters arrive) instead of the ShowMess component\n"
     "  --show      restore the message window from its minimised state\n"
+    "  --close     close the message window afterwards (it writes its pending\n"
+    "              lines to the log) and wait until it has gone\n"
+    "  --hold      keep the ShowMess object until the window closes: a server\n"
+    "              ends 5 seconds after its last client lets go\n"
     "  --count N   send N numbered lines \"TEXT 1\" .. \"TEXT N\" and report the rate\n"
     "  --rate R    at most R lines per second (with --count)\n"
     "  --help      this text\n"
     "\n"
-    "Exit code 0 when every line was handed over, 1 when the window or its\n"
-    "component could not be reached, 2 for a wrong command line.\n";
+    "--show or --close alone sends nothing.  Exit code 0 when every line was\n"
+    "handed over, 1 when the window or its component could not be reached, 2 for\n"
+    "a wrong command line.\n";
 
 namespace {
 
@@ -46,6 +51,10 @@ bool ParseShowMessOptions(const std::vector<std::wstring>& args, ShowMessOptions
             options.useAtom = true;
         } else if (arg == L"--show") {
             options.show = true;
+        } else if (arg == L"--close") {
+            options.close = true;
+        } else if (arg == L"--hold") {
+            options.hold = true;
         } else if (arg == L"--count" || arg == L"--rate") {
             double value = 0;
             if (i + 1 >= args.size() || !ReadNumber(args[i + 1], value)) {
@@ -69,6 +78,10 @@ bool ParseShowMessOptions(const std::vector<std::wstring>& args, ShowMessOptions
     }
     if (options.rate > 0 && options.count == 0) {
         error = L"--rate goes with --count";
+        return false;
+    }
+    if (options.hold && (options.useAtom || options.close)) {
+        error = L"--hold keeps a component: not with --atom or --close";
         return false;
     }
     if (options.count > 0 && options.texts.size() > 1) {

@@ -41,6 +41,36 @@ bool RestoreWindow()
     return true;
 }
 
+bool WaitWhileWindowExists(HWND window, DWORD timeoutMs)
+{
+    const DWORD start = ::GetTickCount();
+    while (::IsWindow(window)) {
+        if (::GetTickCount() - start > timeoutMs)
+            return false;
+        ::Sleep(50);
+    }
+    return true;
+}
+
+// Closing runs the window's destroy handler, which writes the pending lines.
+// The process lingers a second after its window (calls in progress finish)
+// and holds the single-instance mutex until it ends, so wait for the process.
+int CloseWindow()
+{
+    HWND window = ::FindWindowW(kMessageWindowClass, nullptr);
+    if (window == nullptr)
+        return Fail("no message window is running (no window of class OrielMessWnd)");
+    DWORD processId = 0;
+    ::GetWindowThreadProcessId(window, &processId);
+    HANDLE process = ::OpenProcess(SYNCHRONIZE, FALSE, processId);
+    const bool closed = ::PostMessageW(window, WM_CLOSE, 0, 0) &&
+                        (process != nullptr ? ::WaitForSingleObject(process, 15000) == WAIT_OBJECT_0
+                                            : WaitWhileWindowExists(window, 15000));
+    if (process != nullptr)
+        ::CloseHandle(process);
+    return closed ? 0 : Fail("the message window did not close");
+}
+
 double Seconds(const LARGE_INTEGER& from, const LARGE_INTEGER& to)
 {
     LARGE_INTEGER frequency;
@@ -91,6 +121,45 @@ int SendStandardInput(LineSender& sender)
     return 0;
 }
 
+
+int SendTexts(LineSender& sender, const std::vector<std::wstring>& texts)
+{
+    std::string error;
+    for (const std::wstring& text : texts) {
+        if (!sender.Send(text, error))
+            return Fail(error + ": " + Narrow(text));
+    }
+    return 0;
+}
+
+int SendLines(const ShowMessOptions& options)
+{
+    std::unique_ptr<LineSender> sender;
+    std::string error;
+    if (options.useAtom) {
+        auto atoms = std::make_unique<AtomSender>();
+        if (!atoms->Connect(error))
+            return Fail(error);
+        sender = std::move(atoms);
+    } else {
+        auto component = std::make_unique<ComSender>();
+        if (!component->Connect(error))
+            return Fail(error);
+        sender = std::move(component);
+    }
+
+    int result = 0;
+    if (options.count > 0)
+        result = SendCounted(*sender, options);
+    else if (options.texts.empty())
+        result = SendStandardInput(*sender);
+    else
+        result = SendTexts(*sender, options.texts);
+    if (result == 0 && options.hold)
+        WaitWhileWindowExists(::FindWindowW(kMessageWindowClass, nullptr), INFINITE);
+    return result;
+}
+
 } // namespace
 
 int wmain(int argc, wchar_t** argv)
@@ -108,30 +177,12 @@ int wmain(int argc, wchar_t** argv)
     }
     if (options.show && !RestoreWindow())
         return Fail("no message window is running (no window of class OrielMessWnd)");
-    if (options.show && options.texts.empty() && options.count == 0)
-        return 0;
-
-    std::unique_ptr<LineSender> sender;
-    std::string error;
-    if (options.useAtom) {
-        auto atoms = std::make_unique<AtomSender>();
-        if (!atoms->Connect(error))
-            return Fail(error);
-        sender = std::move(atoms);
-    } else {
-        auto component = std::make_unique<ComSender>();
-        if (!component->Connect(error))
-            return Fail(error);
-        sender = std::move(component);
-    }
-
-    if (options.count > 0)
-        return SendCounted(*sender, options);
-    if (options.texts.empty())
-        return SendStandardInput(*sender);
-    for (const std::wstring& text : options.texts) {
-        if (!sender->Send(text, error))
-            return Fail(error + ": " + Narrow(text));
-    }
-    return 0;
+    const bool nothingToSend = options.texts.empty() && options.count == 0;
+    int result = 0;
+    if (!(nothingToSend && (options.show || options.close)))
+        result = SendLines(options);
+    if (result == 0 && options.close)
+        result = CloseWindow();
+    return result;
 }
+
