@@ -39,6 +39,7 @@ public:
     // Read access for tests and the benchmark.
     const MessageRing& Ring() const { return ring; }
     const LogWriter& Writer() const { return writer; }
+    LogWriter& Writer() { return writer; }
     int LinesPerPage() const { return linesPerPage; }
     int PageCount() const { return pageCount; }
     const MessageRecord* Page() const { return pageBuffer.get(); }

@@ -315,6 +315,22 @@ TEST_F(MessWndFixture, AtomMessagesAddLinesUntilADiskFullNotice)
     EXPECT_EQ(std::wstring(127, L'x'), LastPageText());
     EXPECT_EQ(-1, ::SendMessageW(Hwnd(), WM_MESSATOM, atom, 0)) << "deleted atom";
     EXPECT_EQ(1, Ring().lineCount);
+
+    // The log writer has just met a full disk: the next atom message adds the
+    // notice instead of its own line, once; later ones are ignored.
+    window->Writer().SetDiskFullState(1);
+    atom = ::GlobalAddAtomW(L"line from a driver");
+    EXPECT_EQ(0, ::SendMessageW(Hwnd(), WM_MESSATOM, atom, 0));
+    EXPECT_EQ(ResourceText(IDS_DISK_FULL_NOTICE), LastPageText());
+    EXPECT_EQ(2, window->Writer().DiskFullState());
+    EXPECT_EQ(0, ::SendMessageW(Hwnd(), WM_MESSATOM, atom, 0));
+    EXPECT_EQ(0, ::SendMessageW(Hwnd(), WM_MESSATOM, 0, 0));
+    ::GlobalDeleteAtom(atom);
+    EXPECT_EQ(2, Ring().lineCount);
+    // The component road stays open.
+    window->AddMessage(L"line from a component client");
+    EXPECT_EQ(3, Ring().lineCount);
+    EXPECT_EQ(L"line from a component client", LastPageText());
 }
 
 namespace {
