@@ -1,49 +1,34 @@
 #pragma once
-#include "winlayer/MessageTable.h"
+#include "winlayer/RoutedWindow.h"
 #include "winlayer/Resources.h"
 
 namespace winlayer {
 
 // Base of every modal dialog.  T supplies `static constexpr int templateId`
-// (a dialog template of the language module) and
-//     static winlayer::MessageTable<T> Messages();
-// A handled WM_INITDIALOG returns the handler's result (non-zero: default
+// (a dialog template of the language module) and its message table.  A
+// handled WM_INITDIALOG returns the handler's result (non-zero: default
 // focus); any other handled message stores its result as the dialog result.
 template <class T>
-class DialogImpl {
+class DialogImpl : public RoutedWindow<T> {
 public:
-    DialogImpl() = default;
-    DialogImpl(const DialogImpl&) = delete;
-    DialogImpl& operator=(const DialogImpl&) = delete;
-    virtual ~DialogImpl() = default;
-
     INT_PTR DoModal(HWND owner)
     {
         return ::DialogBoxParamW(ResourceModule(), MAKEINTRESOURCEW(T::templateId), owner,
                                  &DialogImpl::DialogProc, reinterpret_cast<LPARAM>(this));
     }
 
-    HWND Handle() const { return hwnd_; }
-    void EndDialog(INT_PTR result) { ::EndDialog(hwnd_, result); }
-    HWND Item(int id) const { return ::GetDlgItem(hwnd_, id); }
-    void SetItemText(int id, const wchar_t* text) { ::SetDlgItemTextW(hwnd_, id, text); }
+    void EndDialog(INT_PTR result) { ::EndDialog(this->hwnd_, result); }
+    HWND Item(int id) const { return ::GetDlgItem(this->hwnd_, id); }
+    void SetItemText(int id, const wchar_t* text) { ::SetDlgItemTextW(this->hwnd_, id, text); }
     UINT GetItemText(int id, wchar_t* buffer, int size) const
     {
-        return ::GetDlgItemTextW(hwnd_, id, buffer, size);
+        return ::GetDlgItemTextW(this->hwnd_, id, buffer, size);
     }
-    void SetItemInt(int id, int value, bool isSigned) { ::SetDlgItemInt(hwnd_, id, value, isSigned); }
+    void SetItemInt(int id, int value, bool isSigned) { ::SetDlgItemInt(this->hwnd_, id, value, isSigned); }
     int GetItemInt(int id, bool isSigned, BOOL* translated = nullptr) const
     {
-        return static_cast<int>(::GetDlgItemInt(hwnd_, id, translated, isSigned));
+        return static_cast<int>(::GetDlgItemInt(this->hwnd_, id, translated, isSigned));
     }
-
-    virtual bool ProcessWindowMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
-    {
-        return DispatchTable(static_cast<T&>(*this), T::Messages(), message, wParam, lParam, result);
-    }
-
-protected:
-    HWND hwnd_ = nullptr;
 
 private:
     static INT_PTR CALLBACK DialogProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)

@@ -1,22 +1,14 @@
 #pragma once
-#include "winlayer/MessageTable.h"
+#include "winlayer/RoutedWindow.h"
 
 namespace winlayer {
 
-// Base of every window class of the program.  T supplies
-//     static winlayer::MessageTable<T> Messages();
-// and the window procedure routes every message through that table; anything
-// the table does not handle goes to DefWindowProcW.
+// Base of every window class of the program: the window procedure routes
+// every message through T's table; anything the table does not handle goes
+// to DefWindowProcW.
 template <class T>
-class WindowImpl {
+class WindowImpl : public RoutedWindow<T> {
 public:
-    WindowImpl() = default;
-    WindowImpl(const WindowImpl&) = delete;
-    WindowImpl& operator=(const WindowImpl&) = delete;
-    virtual ~WindowImpl() = default;
-
-    HWND Handle() const { return hwnd_; }
-
     // Registers a window class whose procedure is this layer's.
     static ATOM RegisterWindowClass(WNDCLASSEXW wc)
     {
@@ -32,14 +24,6 @@ public:
         return ::CreateWindowExW(exStyle, className, title, style, x, y, width, height, parent,
                                  menu, instance, this);
     }
-
-    virtual bool ProcessWindowMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
-    {
-        return DispatchTable(static_cast<T&>(*this), T::Messages(), message, wParam, lParam, result);
-    }
-
-protected:
-    HWND hwnd_ = nullptr;
 
 private:
     static LRESULT CALLBACK WindowProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
