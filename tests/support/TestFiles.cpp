@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <string>
 
 namespace testing_support {
 
@@ -127,7 +128,7 @@ RunningProcess::RunningProcess(const std::wstring& commandLine)
     std::wstring line = commandLine;
     if (!::CreateProcessW(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                           &startup, &info_))
-        throw std::runtime_error("cannot start process");
+        throw std::runtime_error("cannot start process, error " + std::to_string(::GetLastError()));
 }
 
 RunningProcess::~RunningProcess()
