@@ -125,10 +125,18 @@ RunningProcess::RunningProcess(const std::wstring& commandLine)
 {
     STARTUPINFOW startup = {};
     startup.cb = sizeof(startup);
-    std::wstring line = commandLine;
-    if (!::CreateProcessW(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                          &startup, &info_))
-        throw std::runtime_error("cannot start process, error " + std::to_string(::GetLastError()));
+    // Wine has once refused to start a program copied a moment before, in a
+    // new prefix; a second attempt a little later starts it.
+    for (int attempt = 1;; ++attempt) {
+        std::wstring line = commandLine;
+        if (::CreateProcessW(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                             &startup, &info_))
+            return;
+        const DWORD error = ::GetLastError();
+        if (attempt == 3)
+            throw std::runtime_error("cannot start process, error " + std::to_string(error));
+        ::Sleep(200);
+    }
 }
 
 RunningProcess::~RunningProcess()
