@@ -68,6 +68,9 @@ protected:
         HWND window = process.FindWindowOfClass(kClassName, 20000);
         if (window != nullptr) {
             outcome.windowShown = true;
+            // The window exists a moment before start-up minimises it.
+            for (int i = 0; i < 100 && !::IsIconic(window); ++i)
+                ::Sleep(50);
             outcome.minimised = ::IsIconic(window) != FALSE;
             wchar_t title[128] = {};
             ::GetWindowTextW(window, title, 128);
