@@ -4,11 +4,11 @@
 #include <cwchar>
 
 #include "QxDumpHandler/QxDumpHandler.h"
-#include "app/CommandLine.h"
-#include "app/ExeModule.h"
+#include "server/CommandLine.h"
+#include "server/ExeModule.h"
 #include "app/LanguageModule.h"
 #include "app/MessWndInstance.h"
-#include "app/ProgramFiles.h"
+#include "server/ProgramFiles.h"
 #include "intake/ClassObjects.h"
 #include "intake/Registration.h"
 #include "lang/ResourceIds.h"
@@ -46,6 +46,7 @@ void CreateAndShowMainWindow(HINSTANCE instance, HMODULE language)
         icon = ::LoadIconW(language, MAKEINTRESOURCEW(IDI_ORIEL));
 
     messWnd.SetAboutText(logInfoConfig.aboutText);
+    exeModule.lineSink = &messWnd;
     CMessWnd::RegisterClass(instance, className, icon);
     // When creation fails the process goes on without a window.
     messWnd.CreateMainWindow(instance, className, title, menu);

@@ -5,7 +5,7 @@
 #include "log/LogFormat.h"
 #include "log/LogHost.h"
 #include "log/LogWriter.h"
-#include "msgwnd/MessageRing.h"
+#include "ring/MessageRing.h"
 
 #include <windows.h>
 
@@ -63,14 +63,14 @@ namespace {
 class SilentHost : public LogHost {
 public:
     int boxes = 0;
-    void StartTimer(UINT_PTR, UINT) override {}
-    void StopTimer(UINT_PTR) override {}
+    void StartTimer(LogTimer, UINT) override {}
+    void StopTimer(LogTimer) override {}
     void ShowErrorBox(UINT) override { ++boxes; }
-    void ShowSystemErrorBox(const wchar_t*, const wchar_t*) override { ++boxes; }
+    void ShowSystemErrorBox(DWORD) override { ++boxes; }
     void AnnounceDiskFull() override {}
-    void ClearViewForNewFile() override {}
-    void RefreshViewForNewFile() override {}
-    void DropViewPage() override {}
+    void LogListCleared() override {}
+    void NewLogFileStarted() override {}
+    void CurrentLogFileOpened() override {}
 };
 
 class Stopwatch {

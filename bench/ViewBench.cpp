@@ -105,7 +105,7 @@ int main()
                                         ::LoadMenuW(english, MAKEINTRESOURCEW(IDR_MAIN_MENU)), &bounds);
     ::ShowWindow(hwnd, SW_RESTORE);
     Pump();
-    std::printf("log: %d records (10 MB), %d lines per page\n", records, window.LinesPerPage());
+    std::printf("log: %d records (10 MB), %d lines per page\n", records, window.View().LinesPerPage());
 
     const int lines = 2000;
     double start = Seconds();

@@ -2,8 +2,7 @@
 
 #include <new>
 
-#include "app/ExeModule.h"
-#include "app/MessWndInstance.h"
+#include "server/ExeModule.h"
 
 HRESULT CShowMess::Create(IUnknown* outer, REFIID iid, void** object)
 {
@@ -51,7 +50,8 @@ ULONG CShowMess::Release()
 HRESULT CShowMess::ShowMessage(unsigned short* szMess)
 {
     // The interface speaks of 16-bit units; they are the program's wide text.
-    messWnd.AddMessage(reinterpret_cast<const wchar_t*>(szMess));
+    if (exeModule.lineSink != nullptr)
+        exeModule.lineSink->AddMessage(reinterpret_cast<const wchar_t*>(szMess));
     return S_OK;
 }
 

@@ -1,6 +1,6 @@
 #include "intake/ShowMessFactory.h"
 
-#include "app/ExeModule.h"
+#include "server/ExeModule.h"
 #include "intake/ShowMess.h"
 
 HRESULT CShowMessFactory::QueryInterface(REFIID iid, void** object)

@@ -1,12 +1,12 @@
 #include "log/LogDirectory.h"
 
 #include "log/LogFormat.h"
-#include "winlayer/Resources.h"
+#include <shlwapi.h>
 
 void JoinLogPath(wchar_t (&path)[MAX_PATH], const wchar_t* directory, const wchar_t* name)
 {
     ::lstrcpynW(path, directory, MAX_PATH);
-    winlayer::JoinPath(path, name);
+    ::PathAppendW(path, name);
 }
 
 void ForEachLogFile(const wchar_t* directory, bool caseSensitiveExtension,

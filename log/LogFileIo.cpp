@@ -1,16 +1,16 @@
 #include "log/LogFileIo.h"
 
-#include "msgwnd/MessageRecord.h"
+#include "ring/MessageRecord.h"
 
 #include <cstring>
 
-HANDLE OpenLogFile(const wchar_t* path, DWORD access, DWORD disposition)
+HANDLE OpenLogFile(const wchar_t* path, DWORD access, DWORD disposition, DWORD share)
 {
     SECURITY_ATTRIBUTES inheritable = {};
     inheritable.nLength = sizeof(inheritable);
     inheritable.lpSecurityDescriptor = nullptr;
     inheritable.bInheritHandle = TRUE;
-    return ::CreateFileW(path, access, FILE_SHARE_READ, &inheritable, disposition,
+    return ::CreateFileW(path, access, share, &inheritable, disposition,
                          FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 

@@ -4,11 +4,13 @@
 #include <windows.h>
 
 // The file operations every log-file user shares.  A log file is opened by
-// path for each operation and closed again; while open it is shared for
-// reading only, so other programs can follow it, and its handle is
-// inheritable.
+// path for each operation and closed again; while the writer has it open it
+// is shared for reading only, so other programs can follow it; readers of a
+// saved log share writing too, so the writer can go on appending.  Handles
+// are inheritable.
 
-HANDLE OpenLogFile(const wchar_t* path, DWORD access, DWORD disposition);
+HANDLE OpenLogFile(const wchar_t* path, DWORD access, DWORD disposition,
+                   DWORD share = FILE_SHARE_READ);
 
 // Moves the file pointer; `position` (optional) receives the new offset.
 bool SeekLogFile(HANDLE file, LONG offset, DWORD method, DWORD* position = nullptr);

@@ -1,15 +1,15 @@
 #include "log/LogFormat.h"
 
-#include "msgwnd/MessageRecord.h"
-#include "winlayer/Resources.h"
+#include "ring/MessageRecord.h"
 
+#include <cstdio>
 #include <cstring>
 #include <cwchar>
 
 void FormatLogVersion(wchar_t (&text)[kLogHeaderTextUnits])
 {
     std::memset(text, 0, sizeof(text));
-    winlayer::FormatText(text, kLogHeaderTextUnits, L"%f", LogFormatVersion);
+    std::swprintf(text, kLogHeaderTextUnits, L"%f", LogFormatVersion);
 }
 
 bool IsNewerLogFormat(const unsigned char (&header)[kLogHeaderTextBytes], bool caseSensitive)
@@ -33,8 +33,9 @@ void MakeLogFileName(const SYSTEMTIME& time, wchar_t* name)
 {
     const int year = time.wYear >= 2000 ? time.wYear - 2000 : time.wYear - 1900;
     std::memset(name, 0, sizeof(wchar_t) * kLogFileNameBufferUnits);
-    winlayer::FormatText(name, kLogFileNameBufferUnits, L"%02d%02d%02d%02d%02d%s", year,
-                         time.wMonth, time.wDay, time.wHour, time.wMinute, kLogExtension);
+    std::swprintf(name, kLogFileNameBufferUnits, L"%02d%02d%02d%02d%02d", year, time.wMonth,
+                  time.wDay, time.wHour, time.wMinute);
+    std::wcsncat(name, kLogExtension, kLogFileNameBufferUnits - std::wcslen(name) - 1);
 }
 
 namespace {

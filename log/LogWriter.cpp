@@ -5,7 +5,6 @@
 #include "log/LogFileIo.h"
 #include "log/LogFormat.h"
 #include "log/LogRetention.h"
-#include "winlayer/Resources.h"
 
 namespace {
 
@@ -38,7 +37,7 @@ void LogWriter::SetSettings(DWORD days, DWORD seconds, DWORD megabytes)
     logSize = megabytes;
 }
 
-bool LogWriter::CloseLogFile()
+bool LogWriter::CloseCurrentFile()
 {
     if (logFile == INVALID_HANDLE_VALUE)
         return true;
@@ -66,7 +65,7 @@ bool LogWriter::AppendOrReport(const void* bytes, DWORD size)
     return false;
 }
 
-bool LogWriter::HeaderAccepted()
+bool LogWriter::CurrentHeaderAccepted()
 {
     unsigned char header[kLogHeaderTextBytes];
     switch (ReadLogHeader(logFile, header)) {
@@ -83,23 +82,30 @@ bool LogWriter::HeaderAccepted()
         return true;
     // A newer program's file is closed untouched; a failed close is the
     // only message then.
-    if (CloseLogFile())
+    if (CloseCurrentFile())
         host_.ShowErrorBox(IDS_NEWER_FORMAT);
     return false;
 }
 
 void LogWriter::StartTimers()
 {
-    host_.StartTimer(FlushTimer, kFlushTimerMs);
-    host_.StartTimer(SizeTimer, kSizeTimerMs);
-    host_.StartTimer(RetentionTimer, kRetentionTimerMs);
+    host_.StartTimer(LogTimer::Flush, kFlushTimerMs);
+    host_.StartTimer(LogTimer::Size, kSizeTimerMs);
+    host_.StartTimer(LogTimer::Retention, kRetentionTimerMs);
 }
 
 void LogWriter::StopTimers()
 {
-    host_.StopTimer(FlushTimer);
-    host_.StopTimer(SizeTimer);
-    host_.StopTimer(RetentionTimer);
+    host_.StopTimer(LogTimer::Flush);
+    host_.StopTimer(LogTimer::Size);
+    host_.StopTimer(LogTimer::Retention);
+}
+
+HANDLE LogWriter::OpenCurrentFile(DWORD access, DWORD disposition)
+{
+    CloseCurrentFile();
+    logFile = OpenLogFile(logFilePath, access, disposition);
+    return logFile;
 }
 
 void LogWriter::MakeCurrentLogFileName(wchar_t* name) const
@@ -113,9 +119,7 @@ int LogWriter::FlushPending(int count)
 {
     if (count < 1)
         return 1;
-    CloseLogFile();
-    logFile = OpenLogFile(logFilePath, kReadWrite, OPEN_ALWAYS);
-    if (logFile == INVALID_HANDLE_VALUE) {
+    if (OpenCurrentFile(kReadWrite, OPEN_ALWAYS) == INVALID_HANDLE_VALUE) {
         // An unusable current file is replaced by a new one, whose start
         // flushes into the old path again.  That inner flush must not start
         // yet another file, or the two would call each other for ever: it
@@ -128,7 +132,7 @@ int LogWriter::FlushPending(int count)
         count = ring_.PendingCount();
     }
 
-    if (!HeaderAccepted())
+    if (!CurrentHeaderAccepted())
         return 0;
 
     DWORD size = 0;
@@ -147,7 +151,7 @@ int LogWriter::FlushPending(int count)
             return 0;
         ring_.unwrittenPos = (ring_.unwrittenPos + 1) % kRingSlots;
     }
-    CloseLogFile();
+    CloseCurrentFile();
     return 1;
 }
 
@@ -181,13 +185,14 @@ int LogWriter::StartNewLogFile()
     FlushPending(ring_.PendingCount());
     flushingBeforeSwitch_ = false;
     ring_.ResetForNewFile();
-    host_.ClearViewForNewFile();
+    flushTicks = 0;
+    host_.LogListCleared();
 
     HANDLE previous = logFile;
     logFile = newFile;
     ::lstrcpynW(logFilePath, newPath, MAX_PATH);
     StartTimers();
-    host_.RefreshViewForNewFile();
+    host_.NewLogFileStarted();
     if (previous != INVALID_HANDLE_VALUE && !::CloseHandle(previous))
         ReportFileError(true);
     return 1;
@@ -195,16 +200,14 @@ int LogWriter::StartNewLogFile()
 
 DWORD LogWriter::CurrentLogFileSize()
 {
-    CloseLogFile();
-    logFile = OpenLogFile(logFilePath, GENERIC_READ, OPEN_EXISTING);
-    if (logFile == INVALID_HANDLE_VALUE)
+    if (OpenCurrentFile(GENERIC_READ, OPEN_EXISTING) == INVALID_HANDLE_VALUE)
         return kLogSizeError;
 
-    if (!HeaderAccepted())
+    if (!CurrentHeaderAccepted())
         return kLogSizeError;
     DWORD size = kLogSizeError;
     SeekLogFile(logFile, 0, FILE_END, &size);
-    CloseLogFile();
+    CloseCurrentFile();
     return size;
 }
 
@@ -248,16 +251,16 @@ int LogWriter::OpenCurrentLogFile(const wchar_t* directory, const wchar_t* name)
 
     // The view's page is dropped here together with its horizontal
     // position; when a later step fails the window is not created at all.
-    host_.DropViewPage();
+    host_.CurrentLogFileOpened();
     DWORD end = 0;
     if (!SeekLogFile(logFile, 0, FILE_END, &end)) {
         ReportFileError(true);
         return -1;
     }
     ring_.ResetForOpenedFile(RecordCountFromSize(end));
-    if (!CloseLogFile())
+    if (!CloseCurrentFile())
         return -1;
-    ring_.flushTicks = 0;
+    flushTicks = 0;
     StartTimers();
     return 0;
 }
@@ -311,54 +314,45 @@ void LogWriter::ReportFileError(bool withWindow)
     // Taken before anything else can overwrite it (a missing string in the
     // resource module sets its own error).
     const DWORD code = ::GetLastError();
-    wchar_t caption[64];
-    winlayer::LoadText(IDS_ERROR_CAPTION, caption, 64);
     if (code == kDiskFullError && withWindow) {
-        host_.StopTimer(FlushTimer);
-        host_.StopTimer(SizeTimer);
+        host_.StopTimer(LogTimer::Flush);
+        host_.StopTimer(LogTimer::Size);
         diskFullState = 1;
         host_.AnnounceDiskFull();
     }
-    wchar_t* text = nullptr;
-    ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
-                         FORMAT_MESSAGE_IGNORE_INSERTS,
-                     nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
-                     reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-    host_.ShowSystemErrorBox(text, caption);
-    ::LocalFree(text);
+    host_.ShowSystemErrorBox(code);
 }
 
-int LogWriter::OnTimer(UINT_PTR id)
+int LogWriter::OnTimer(LogTimer timer)
 {
-    switch (id) {
-    case FlushTimer:
+    switch (timer) {
+    case LogTimer::Flush:
         return OnFlushTimer();
-    case SizeTimer:
+    case LogTimer::Size:
         return OnSizeTimer();
-    case RetentionTimer:
+    case LogTimer::Retention:
         return OnRetentionTimer();
-    default:
-        return 0;
     }
+    return 0;
 }
 
 int LogWriter::OnFlushTimer()
 {
-    ++ring_.flushTicks;
+    ++flushTicks;
     const int pending = ring_.PendingCount();
     int flushed = 1;
     if (saveTime == 0) {
         // Only the nearly full ring triggers a flush; the tick count keeps growing.
         if (pending > kEarlyFlushPending)
             flushed = FlushPending(pending);
-    } else if (ring_.flushTicks >= saveTime || pending > kEarlyFlushPending) {
+    } else if (flushTicks >= saveTime || pending > kEarlyFlushPending) {
         flushed = FlushPending(pending);
         if (flushed)
-            ring_.flushTicks = 0;
+            flushTicks = 0;
     }
     if (flushed)
         return 0;
-    host_.StopTimer(FlushTimer);
+    host_.StopTimer(LogTimer::Flush);
     host_.ShowErrorBox(IDS_TIMED_FLUSH_FAILED);
     return -1;
 }
@@ -368,14 +362,14 @@ int LogWriter::OnSizeTimer()
     const DWORD size = CurrentLogFileSize();
     if (size == kLogSizeError) {
         host_.ShowErrorBox(IDS_SIZE_CHECK_FAILED);
-        host_.StopTimer(SizeTimer);
+        host_.StopTimer(LogTimer::Size);
         return -1;
     }
     // 32-bit on purpose: 4096 MB and more wrap to a small limit.
     const DWORD limit = logSize * kBytesPerMegabyte;
     if (size > limit && !StartNewLogFile()) {
         host_.ShowErrorBox(IDS_ROLLOVER_FAILED);
-        host_.StopTimer(SizeTimer);
+        host_.StopTimer(LogTimer::Size);
         return -1;
     }
     return 0;
@@ -389,7 +383,7 @@ int LogWriter::OnRetentionTimer()
     clock_(&now);
     if (DeleteOldLogFiles(saveDirectory, logFilePath, saveDays, now) == 0) {
         host_.ShowErrorBox(IDS_RETENTION_FAILED);
-        host_.StopTimer(RetentionTimer);
+        host_.StopTimer(LogTimer::Retention);
         return -1;
     }
     return 0;

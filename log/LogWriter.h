@@ -1,14 +1,8 @@
 #pragma once
 #include "log/LogHost.h"
-#include "msgwnd/MessageRing.h"
+#include "ring/MessageRing.h"
 
 #include <windows.h>
-
-// The main window's timers that drive the writer.
-enum LogTimer : UINT_PTR { FlushTimer = 0, SizeTimer = 1, RetentionTimer = 2 };
-constexpr UINT kFlushTimerMs = 1000;
-constexpr UINT kSizeTimerMs = 55;
-constexpr UINT kRetentionTimerMs = 900000;
 
 // CurrentLogFileSize's answer when the file could not be measured.
 constexpr DWORD kLogSizeError = 0xFFFFFFFF;
@@ -23,8 +17,9 @@ using LocalClock = void(WINAPI*)(LPSYSTEMTIME);
 // Moves the ring's pending records into the current log file, starts a new
 // file when the current one is too large or unusable, and sweeps old files.
 // Every operation opens the current file by path, works and closes it again;
-// nothing is held open between operations (the view takes turns with the
-// same handle field).  Runs on the user-interface thread only.
+// nothing is held open between operations.  The writer holds the one handle
+// of the current file; the view takes turns with it through OpenCurrentFile
+// and CloseCurrentFile.  Runs on the user-interface thread only.
 class LogWriter {
 public:
     LogWriter(MessageRing& ring, LogHost& host, LocalClock clock = ::GetLocalTime);
@@ -57,10 +52,22 @@ public:
     // a full disk, and only on behalf of the main window (`withWindow`), the
     // flush and size timers stop and the window is told first.
     void ReportFileError(bool withWindow);
-    // The main window's WM_TIMER handler: 0, or -1 after a failure message.
-    int OnTimer(UINT_PTR id);
+    // One tick of `timer`: 0, or -1 after a failure message.
+    int OnTimer(LogTimer timer);
 
-    HANDLE& LogFile() { return logFile; }
+    // Opens the current log file by path, after closing a handle an earlier
+    // operation left; the handle stays with the writer until CloseCurrentFile.
+    HANDLE OpenCurrentFile(DWORD access, DWORD disposition);
+    // The handle held now: the one just opened, or the new file's after
+    // StartNewLogFile; invalid when none is open.
+    HANDLE CurrentFile() const { return logFile; }
+    // Reads the header of the open current file.  A failed seek or read is
+    // reported, a short header is not, and a newer format is closed and
+    // refused with its message.
+    bool CurrentHeaderAccepted();
+    // Closes the held handle, if any; a failed close is reported.
+    bool CloseCurrentFile();
+
     const wchar_t* LogFilePath() const { return logFilePath; }
     const wchar_t* SaveDirectory() const { return saveDirectory; }
     void SetSaveDirectory(const wchar_t* directory);
@@ -69,6 +76,8 @@ public:
     DWORD SaveTime() const { return saveTime; }
     DWORD LogSize() const { return logSize; }
     void SetSettings(DWORD days, DWORD seconds, DWORD megabytes);
+    // Seconds counted by the flush timer since the last timed flush.
+    unsigned FlushTicks() const { return flushTicks; }
 
     // 0 normal, 1 a full disk was just reported, 2 the intake has added the
     // notice (set by the window).  Never reset.
@@ -76,11 +85,6 @@ public:
     void SetDiskFullState(int state) { diskFullState = state; }
 
 private:
-    bool CloseLogFile();
-    // Reads and checks the header of the file open in logFile.  A failed
-    // seek or read is reported, a short header is not, a newer format is
-    // refused with its message.
-    bool HeaderAccepted();
     bool AppendOrReport(const void* bytes, DWORD size);
     void StartTimers();
     void StopTimers();
@@ -101,4 +105,5 @@ private:
     DWORD saveTime = 0;   // seconds between timed flushes; 0 flushes only when the ring fills
     DWORD logSize = 0;    // megabytes above which a new file starts
     int diskFullState = 0;
+    unsigned flushTicks = 0;
 };

@@ -1,12 +1,10 @@
 #include "msgwnd/MessWnd.h"
 
 #include <cstring>
-#include <shlwapi.h>
+#include <initializer_list>
 
 #include "lang/ResourceIds.h"
 #include "msgwnd/AboutDlg.h"
-#include "msgwnd/ScrollRules.h"
-#include "msgwnd/ViewDC.h"
 #include "winlayer/Resources.h"
 
 namespace {
@@ -15,18 +13,30 @@ constexpr UINT kClassStyle = CS_BYTEALIGNWINDOW | CS_BYTEALIGNCLIENT | CS_OWNDC 
 constexpr DWORD kWindowStyle = WS_OVERLAPPEDWINDOW | WS_VSCROLL | WS_VISIBLE;
 constexpr DWORD kWindowExStyle = WS_EX_WINDOWEDGE | WS_EX_CLIENTEDGE;
 
-constexpr UINT kDefaultSaveDays = 10;
-constexpr UINT kDefaultSaveTime = 600;
-constexpr UINT kDefaultLogSize = 10;
+// The writer's timers are this window's timers 0, 1 and 2.
+UINT_PTR TimerId(LogTimer timer)
+{
+    switch (timer) {
+    case LogTimer::Flush:
+        return 0;
+    case LogTimer::Size:
+        return 1;
+    case LogTimer::Retention:
+        return 2;
+    }
+    return 0;
+}
 
 // The font dialog's style text; unused while its flag is not set.
 wchar_t boldStyle[] = L"Bold";
 
 } // namespace
 
-CMessWnd::CMessWnd() : writer(ring, *this)
+CMessWnd::CMessWnd()
+    : writer(ring, *this), liveLines(ring, writer), view(liveLines, kLiveViewPolicy)
 {
-    ring.SetView(this);
+    ring.SetView(&view);
+    ChainMessages(view);
     ::GetLocalTime(&rangeFrom);
     rangeTo = rangeFrom;
 }
@@ -39,19 +49,13 @@ CMessWnd::~CMessWnd()
         printerDevMode = ::GlobalFree(printerDevMode);
     if (printerDevNames != nullptr)
         printerDevNames = ::GlobalFree(printerDevNames);
-    pageBuffer.reset();
-    HANDLE& logFile = writer.LogFile();
-    if (logFile != INVALID_HANDLE_VALUE) {
-        if (!::CloseHandle(logFile))
-            writer.ReportFileError(true);
-        logFile = INVALID_HANDLE_VALUE;
-    }
+    writer.CloseCurrentFile();
 }
 
 winlayer::MessageTable<CMessWnd> CMessWnd::Messages()
 {
+    // Size, paint, scrolling and keys are the view's: its table is chained.
     static const winlayer::MessageEntry<CMessWnd> table[] = {
-        {WM_SIZE, 0, &CMessWnd::OnSize},
         {WM_COMMAND, IDM_ABOUT, &CMessWnd::OnAbout},
         {WM_COMMAND, IDM_FONT, &CMessWnd::OnFont},
         {WM_COMMAND, IDM_SAVE_DIRECTORY, &CMessWnd::OnSaveDirectory},
@@ -60,15 +64,11 @@ winlayer::MessageTable<CMessWnd> CMessWnd::Messages()
         {WM_COMMAND, IDM_PRINT, &CMessWnd::OnPrint},
         {WM_COMMAND, IDM_PRINT_SETUP, &CMessWnd::OnPrintSetup},
         {WM_COMMAND, IDM_EXPORT_TEXT, &CMessWnd::OnExportText},
-        {WM_PAINT, 0, &CMessWnd::OnPaint},
         {WM_MESSATOM, 0, &CMessWnd::OnAtomMessage},
         {WM_DESTROY, 0, &CMessWnd::OnDestroy},
         {WM_TIMER, 0, &CMessWnd::OnTimer},
         {WM_CREATE, 0, &CMessWnd::OnCreate},
-        {WM_VSCROLL, 0, &CMessWnd::OnVScroll},
-        {WM_KEYDOWN, 0, &CMessWnd::OnKeyDown},
         {WM_SYSCOMMAND, 0, &CMessWnd::OnSysCommand},
-        {WM_HSCROLL, 0, &CMessWnd::OnHScroll},
     };
     return winlayer::MakeTable(table);
 }
@@ -97,52 +97,28 @@ HWND CMessWnd::CreateMainWindow(HINSTANCE instance, const wchar_t* className,
 
 LRESULT CMessWnd::OnCreate(WPARAM, LPARAM, bool&)
 {
-    wchar_t directory[MAX_PATH] = {};
+    view.Attach(hwnd_);
+    wchar_t fileName[128];
+    winlayer::LoadText(IDS_SETTINGS_FILE, fileName, 128);
+    settingsFile.Locate(fileName);
+    SaveSettings settings;
+    const bool directoryKnown = settingsFile.Read(settings);
+    writer.SetSettings(settings.saveDays, settings.saveTime, settings.logSize);
     // Room for any name the search finds, not only names we make.
     wchar_t name[MAX_PATH] = {};
-    ReadSettings(directory, name);
-    if (writer.OpenCurrentLogFile(directory, name) != 0)
+    if (directoryKnown)
+        writer.FindNewestLogFile(settings.saveDirectory, name);
+    else
+        writer.MakeCurrentLogFileName(name);
+    if (writer.OpenCurrentLogFile(settings.saveDirectory, name) != 0)
         return -1;
     SetUpFonts();
     AddTopmostItem();
-    PlaceFirstTopLine();
-    StartTimer(FlushTimer, kFlushTimerMs);
-    StartTimer(SizeTimer, kSizeTimerMs);
-    StartTimer(RetentionTimer, kRetentionTimerMs);
+    view.PlaceAtEnd();
+    StartTimer(LogTimer::Flush, kFlushTimerMs);
+    StartTimer(LogTimer::Size, kSizeTimerMs);
+    StartTimer(LogTimer::Retention, kRetentionTimerMs);
     return 0;
-}
-
-void CMessWnd::ReadSettings(wchar_t* directory, wchar_t* name)
-{
-    wchar_t fileName[128];
-    winlayer::LoadText(IDS_SETTINGS_FILE, fileName, 128);
-    ::GetModuleFileNameW(nullptr, settingsPath, MAX_PATH);
-    ::PathRemoveFileSpecW(settingsPath);
-    winlayer::JoinPath(settingsPath, L"config");
-    winlayer::JoinPath(settingsPath, fileName);
-
-    UINT saveDays = ::GetPrivateProfileIntW(L"save", L"savedays", kDefaultSaveDays, settingsPath);
-    UINT saveTime = ::GetPrivateProfileIntW(L"save", L"savetime", kDefaultSaveTime, settingsPath);
-    UINT logSize = ::GetPrivateProfileIntW(L"save", L"logsize", kDefaultLogSize, settingsPath);
-    writer.SetSettings(saveDays, saveTime, logSize);
-
-    ::GetPrivateProfileStringW(L"save", L"savedirectory", L"", directory, MAX_PATH, settingsPath);
-    if (directory[0] != L'\0') {
-        writer.FindNewestLogFile(directory, name);
-        return;
-    }
-    // No save directory yet: the default one, and the defaults written back.
-    // The numbers written are the constant defaults, not the values just
-    // read: a file with only "savedays" = 30 runs with 30 this time and says
-    // 10 from now on.  Kept that way on purpose.
-    ::GetModuleFileNameW(nullptr, directory, MAX_PATH);
-    ::PathRemoveFileSpecW(directory);
-    winlayer::JoinPath(directory, L"log");
-    ::WritePrivateProfileStringW(L"save", L"savedays", L"10", settingsPath);
-    ::WritePrivateProfileStringW(L"save", L"savetime", L"600", settingsPath);
-    ::WritePrivateProfileStringW(L"save", L"logsize", L"10", settingsPath);
-    ::WritePrivateProfileStringW(L"save", L"savedirectory", directory, settingsPath);
-    writer.MakeCurrentLogFileName(name);
 }
 
 void CMessWnd::SetUpFonts()
@@ -175,7 +151,8 @@ void CMessWnd::SetUpFonts()
     fontDialogStateCopy.lpLogFont = &logFontCopy;
 
     viewFont = ::CreateFontIndirectW(&logFont);
-    lineHeight = 0;
+    view.SetFont(viewFont);
+    view.SetTextColor(fontDialogState.rgbColors);
 }
 
 void CMessWnd::AddTopmostItem()
@@ -187,17 +164,11 @@ void CMessWnd::AddTopmostItem()
     ::AppendMenuW(systemMenu, MF_STRING, IDM_TOPMOST, label);
 }
 
-void CMessWnd::PlaceFirstTopLine()
-{
-    // The count is not kept: the first size change sets linesPerPage.
-    ring.topLine = FirstTopLine(ring.lineCount, ViewDC(hwnd_, viewFont).LinesThatFit());
-}
-
 LRESULT CMessWnd::OnDestroy(WPARAM, LPARAM, bool&)
 {
-    StopTimer(FlushTimer);
-    StopTimer(SizeTimer);
-    StopTimer(RetentionTimer);
+    StopTimer(LogTimer::Flush);
+    StopTimer(LogTimer::Size);
+    StopTimer(LogTimer::Retention);
     writer.FlushPending(ring.PendingCount());
     ::PostQuitMessage(0);
     return 0;
@@ -205,7 +176,11 @@ LRESULT CMessWnd::OnDestroy(WPARAM, LPARAM, bool&)
 
 LRESULT CMessWnd::OnTimer(WPARAM wParam, LPARAM, bool&)
 {
-    return writer.OnTimer(wParam);
+    for (LogTimer timer : {LogTimer::Flush, LogTimer::Size, LogTimer::Retention}) {
+        if (TimerId(timer) == wParam)
+            return writer.OnTimer(timer);
+    }
+    return 0;
 }
 
 LRESULT CMessWnd::OnSysCommand(WPARAM wParam, LPARAM, bool& handled)
@@ -265,14 +240,14 @@ LRESULT CMessWnd::OnAtomMessage(WPARAM wParam, LPARAM, bool&)
     }
 }
 
-void CMessWnd::StartTimer(UINT_PTR id, UINT periodMs)
+void CMessWnd::StartTimer(LogTimer timer, UINT periodMs)
 {
-    ::SetTimer(hwnd_, id, periodMs, nullptr);
+    ::SetTimer(hwnd_, TimerId(timer), periodMs, nullptr);
 }
 
-void CMessWnd::StopTimer(UINT_PTR id)
+void CMessWnd::StopTimer(LogTimer timer)
 {
-    ::KillTimer(hwnd_, id);
+    ::KillTimer(hwnd_, TimerId(timer));
 }
 
 void CMessWnd::ShowErrorBox(UINT textId)
@@ -280,9 +255,9 @@ void CMessWnd::ShowErrorBox(UINT textId)
     winlayer::ShowResourceBox(hwnd_, textId, IDS_ERROR_CAPTION, MB_ICONERROR);
 }
 
-void CMessWnd::ShowSystemErrorBox(const wchar_t* text, const wchar_t* caption)
+void CMessWnd::ShowSystemErrorBox(DWORD code)
 {
-    ::MessageBoxW(nullptr, text, caption, MB_ICONERROR);
+    winlayer::ShowSystemErrorBox(code, IDS_ERROR_CAPTION);
 }
 
 void CMessWnd::AnnounceDiskFull()
@@ -290,26 +265,17 @@ void CMessWnd::AnnounceDiskFull()
     ::SendMessageW(hwnd_, WM_MESSATOM, 0, 0);
 }
 
-void CMessWnd::ClearViewForNewFile()
+void CMessWnd::LogListCleared()
 {
-    pageCount = 0;
-    hPos = 0;
-    if (linesPerPage > 0)
-        std::memset(pageBuffer.get(), 0, sizeof(MessageRecord) * linesPerPage);
+    view.ClearForNewFile();
 }
 
-void CMessWnd::RefreshViewForNewFile()
+void CMessWnd::NewLogFileStarted()
 {
-    if (linesPerPage > 0) {
-        RefreshPage();
-        InvalidateAll();
-    }
+    view.RefreshAfterNewFile();
 }
 
-void CMessWnd::DropViewPage()
+void CMessWnd::CurrentLogFileOpened()
 {
-    pageBuffer.reset();
-    linesPerPage = 0;
-    pageCount = 0;
-    hPos = 0;
+    view.DropPage();
 }

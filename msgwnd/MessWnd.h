@@ -1,20 +1,22 @@
 #pragma once
 #include <windows.h>
 #include <commdlg.h>
-#include <memory>
 
 #include "log/LogHost.h"
 #include "log/LogWriter.h"
-#include "msgwnd/MessageRing.h"
+#include "msgwnd/MessAtom.h"
+#include "ring/MessageRing.h"
+#include "server/LineSink.h"
+#include "settings/SaveSettings.h"
+#include "view/LiveLineSource.h"
+#include "view/MessageView.h"
 #include "winlayer/WindowImpl.h"
 
-// The private message that carries a line as a global atom.
-constexpr UINT WM_MESSATOM = WM_USER + 50;
-
-// The one main window of the process: frame, settings, the ring of recent
-// lines, the log writer and the message view over the current log.
-// The object is large (the ring is inline) and lives as a static object.
-class CMessWnd : public winlayer::WindowImpl<CMessWnd>, public AddedLineView, public LogHost {
+// The one main window of the process: the frame with its command table,
+// the ring of recent lines, the log writer, and the message view over the
+// current log.  The object is large (the ring is inline) and lives as a
+// static object.
+class CMessWnd : public winlayer::WindowImpl<CMessWnd>, public LineSink, private LogHost {
 public:
     CMessWnd();
     ~CMessWnd() override;
@@ -31,7 +33,7 @@ public:
 
     // Entry of every line, from either intake road: stamps it, stores it in
     // the ring and shows it.  Always 1.
-    int AddMessage(const wchar_t* text) { return ring.AddMessage(text); }
+    int AddMessage(const wchar_t* text) override { return ring.AddMessage(text); }
 
     // Shown by the About dialog; owned by start-up.
     void SetAboutText(const wchar_t* text) { aboutText = text; }
@@ -40,13 +42,10 @@ public:
     const MessageRing& Ring() const { return ring; }
     const LogWriter& Writer() const { return writer; }
     LogWriter& Writer() { return writer; }
-    int LinesPerPage() const { return linesPerPage; }
-    int PageCount() const { return pageCount; }
-    const MessageRecord* Page() const { return pageBuffer.get(); }
-    int HorizontalPosition() const { return hPos; }
+    const MessageView& View() const { return view; }
 
-    // Handlers (message and command table).
-    LRESULT OnSize(WPARAM, LPARAM, bool& handled);
+private:
+    LRESULT OnCreate(WPARAM, LPARAM, bool& handled);
     LRESULT OnAbout(WPARAM, LPARAM, bool& handled);
     LRESULT OnFont(WPARAM, LPARAM, bool& handled);
     LRESULT OnSaveDirectory(WPARAM, LPARAM, bool& handled);
@@ -55,56 +54,37 @@ public:
     LRESULT OnPrint(WPARAM, LPARAM, bool& handled);
     LRESULT OnPrintSetup(WPARAM, LPARAM, bool& handled);
     LRESULT OnExportText(WPARAM, LPARAM, bool& handled);
-    LRESULT OnPaint(WPARAM, LPARAM, bool& handled);
     LRESULT OnAtomMessage(WPARAM, LPARAM, bool& handled);
     LRESULT OnDestroy(WPARAM, LPARAM, bool& handled);
     LRESULT OnTimer(WPARAM, LPARAM, bool& handled);
-    LRESULT OnCreate(WPARAM, LPARAM, bool& handled);
-    LRESULT OnVScroll(WPARAM, LPARAM, bool& handled);
-    LRESULT OnKeyDown(WPARAM, LPARAM, bool& handled);
     LRESULT OnSysCommand(WPARAM, LPARAM, bool& handled);
-    LRESULT OnHScroll(WPARAM, LPARAM, bool& handled);
 
-    // The view.
-    void RefreshPage();
-    void ShowAddedLine() override;
-    void UpdateHorizontalExtent();
-
-private:
-    // LogHost: what the log writer asks of the window.
-    void StartTimer(UINT_PTR id, UINT periodMs) override;
-    void StopTimer(UINT_PTR id) override;
+    // LogHost: what the log writer asks of the window, and the view's
+    // reactions to the log's list.
+    void StartTimer(LogTimer timer, UINT periodMs) override;
+    void StopTimer(LogTimer timer) override;
     void ShowErrorBox(UINT textId) override;
-    void ShowSystemErrorBox(const wchar_t* text, const wchar_t* caption) override;
+    void ShowSystemErrorBox(DWORD code) override;
     void AnnounceDiskFull() override;
-    void ClearViewForNewFile() override;
-    void RefreshViewForNewFile() override;
-    void DropViewPage() override;
+    void LogListCleared() override;
+    void NewLogFileStarted() override;
+    void CurrentLogFileOpened() override;
 
     // Creation steps.
-    void ReadSettings(wchar_t* directory, wchar_t* name);
     void SetUpFonts();
     void AddTopmostItem();
-    void PlaceFirstTopLine();
 
-    // View steps.
-    void FillPageFromRing();
-    void FillPageFromFile();
-    void AppendUnwrittenRecords();
-    void SetVerticalBar(int position);
-    void SetHorizontalBar(int position);
-    void ApplyVerticalRequest(int request);
-    void ApplyHorizontalRequest(int request, int thumb);
-    void InvalidateAll();
-
+    SettingsFile settingsFile;
     MessageRing ring;
     LogWriter writer;
+    LiveLineSource liveLines;
+    MessageView view;
 
-    wchar_t settingsPath[MAX_PATH] = {};
     LOGFONTW logFont = {};
     CHOOSEFONTW fontDialogState = {};
     LOGFONTW logFontCopy = {};
     CHOOSEFONTW fontDialogStateCopy = {};
+    HFONT viewFont = nullptr;
     const wchar_t* aboutText = L"";
 
     // Print settings, kept for the window's life.
@@ -113,15 +93,4 @@ private:
     SYSTEMTIME rangeFrom = {};
     SYSTEMTIME rangeTo = {};
     int printRange = 0;
-
-    // View state (topLine and lineCount live in the ring).
-    HFONT viewFont = nullptr;
-    int lineHeight = 0;
-    int linesPerPage = 0;
-    std::unique_ptr<MessageRecord[]> pageBuffer;
-    int pageCount = 0;
-    int hExtent = 0;
-    int hPage = 0;
-    int hPos = 0;
-    int hStep = 0;
 };

@@ -65,6 +65,20 @@ int ShowResourceBox(HWND owner, UINT textId, UINT captionId, UINT type)
     return ::MessageBoxW(owner, text, caption, type);
 }
 
+int ShowSystemErrorBox(DWORD code, UINT captionId)
+{
+    wchar_t caption[64];
+    LoadText(captionId, caption, 64);
+    wchar_t* text = nullptr;
+    ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
+                         FORMAT_MESSAGE_IGNORE_INSERTS,
+                     nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
+                     reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+    const int answer = ::MessageBoxW(nullptr, text, caption, MB_ICONERROR);
+    ::LocalFree(text);
+    return answer;
+}
+
 bool JoinPath(wchar_t* path, const wchar_t* more)
 {
     return ::PathAppendW(path, more) != FALSE;

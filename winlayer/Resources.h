@@ -25,6 +25,10 @@ int FormatTextV(wchar_t* out, std::size_t capacity, const wchar_t* format, va_li
 // A message box whose text and caption are strings of the resource module.
 int ShowResourceBox(HWND owner, UINT textId, UINT captionId, UINT type);
 
+// An ownerless error box with the platform's text for the error `code` (no
+// text when the platform has none) and caption string `captionId`.
+int ShowSystemErrorBox(DWORD code, UINT captionId);
+
 // Appends `more` to the 260-unit `path` with the platform's path-append rule
 // (exactly one backslash between the parts).  False when the result would not fit.
 bool JoinPath(wchar_t* path, const wchar_t* more);

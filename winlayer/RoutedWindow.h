@@ -1,13 +1,12 @@
 #pragma once
-#include "winlayer/MessageTable.h"
+#include "winlayer/MessageMap.h"
 
 namespace winlayer {
 
 // What windows and dialogs of the layer share: the handle of the window the
-// object stands for, and message routing through T's table, which T supplies
-// as   static winlayer::MessageTable<T> Messages();
+// object stands for, and message routing through T's table.
 template <class T>
-class RoutedWindow {
+class RoutedWindow : public MessageMap<T> {
 public:
     RoutedWindow() = default;
     RoutedWindow(const RoutedWindow&) = delete;
@@ -15,11 +14,6 @@ public:
     virtual ~RoutedWindow() = default;
 
     HWND Handle() const { return hwnd_; }
-
-    virtual bool ProcessWindowMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
-    {
-        return DispatchTable(static_cast<T&>(*this), T::Messages(), message, wParam, lParam, result);
-    }
 
 protected:
     HWND hwnd_ = nullptr;

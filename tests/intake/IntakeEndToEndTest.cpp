@@ -6,6 +6,7 @@
 #include <string>
 #include <tuple>
 
+#include "msgwnd/MessAtom.h"
 #include "ServerInstallation.h"
 
 using testing_support::kStillRunning;
@@ -78,7 +79,7 @@ TEST_F(Intake, LinesFromBothRoadsReachTheLogInTheirOrder)
     EXPECT_EQ(0, SendAtomLine(window, atom200));
     ATOM gone = ::GlobalAddAtomW(L"deleted before it was sent");
     ::GlobalDeleteAtom(gone);
-    EXPECT_EQ(-1, ::SendMessageW(window, WM_USER + 50, gone, 0)) << "nothing is added";
+    EXPECT_EQ(-1, ::SendMessageW(window, WM_MESSATOM, gone, 0)) << "nothing is added";
     EXPECT_EQ(S_OK, client.Show(L"Driver MODBUS-2 lost connection"));
     client.Release();
     CloseServer(*server);

@@ -1,3 +1,4 @@
+#include "msgwnd/MessAtom.h"
 #include "ServerInstallation.h"
 
 #include <stdexcept>
@@ -127,7 +128,7 @@ DWORD RunWithInput(const std::wstring& commandLine, const std::wstring& inputPat
 LRESULT SendAtomLine(HWND window, const std::wstring& text)
 {
     ATOM atom = ::GlobalAddAtomW(text.c_str());
-    LRESULT result = ::SendMessageW(window, WM_USER + 50, atom, 0);
+    LRESULT result = ::SendMessageW(window, WM_MESSATOM, atom, 0);
     ::GlobalDeleteAtom(atom);
     return result;
 }

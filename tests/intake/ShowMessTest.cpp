@@ -1,15 +1,28 @@
-// The component class in-process, against the program's real main-window
-// object (no window is created, so lines are only stored in its ring).
+// The component class in-process; its lines go into a ring where start-up
+// would connect the main window.
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "app/ExeModule.h"
-#include "app/MessWndInstance.h"
 #include "intake/ShowMess.h"
 #include "intake/ShowMessFactory.h"
+#include "ring/MessageRing.h"
+#include "server/ExeModule.h"
 
 namespace {
+
+// Stands where start-up puts the main window: every line goes into a ring.
+struct RingSink : LineSink {
+    MessageRing ring;
+    int AddMessage(const wchar_t* text) override { return ring.AddMessage(text); }
+};
+RingSink sink;
+
+class ConnectSink : public ::testing::Environment {
+    void SetUp() override { exeModule.lineSink = &sink; }
+};
+const ::testing::Environment* const connectSink =
+    ::testing::AddGlobalTestEnvironment(new ConnectSink);
 
 unsigned short* Units(const std::wstring& text)
 {
@@ -18,7 +31,7 @@ unsigned short* Units(const std::wstring& text)
 
 const MessageRecord& NewestRecord()
 {
-    const MessageRing& ring = messWnd.Ring();
+    const MessageRing& ring = sink.ring;
     return ring.ring[(ring.writePos + kRingSlots - 1) % kRingSlots];
 }
 
@@ -89,7 +102,7 @@ TEST(ShowMess, ClassFactoryCreatesObjectsAndLocksTheServer)
 TEST(ShowMess, EveryCallAddsOneLineAndSucceeds)
 {
     IShowMess* object = CreatePlain();
-    const int lines = messWnd.Ring().lineCount;
+    const int lines = sink.ring.lineCount;
     SYSTEMTIME now;
     ::GetLocalTime(&now);
 
@@ -108,7 +121,7 @@ TEST(ShowMess, EveryCallAddsOneLineAndSucceeds)
 
     EXPECT_EQ(S_OK, object->ShowMessage(Units(L"\x6CF5 line\r\nbreak\t")));
     EXPECT_EQ(L"\x6CF5 line\r\nbreak\t", NewestText()) << "stored as it came";
-    EXPECT_EQ(lines + 5, messWnd.Ring().lineCount);
+    EXPECT_EQ(lines + 5, sink.ring.lineCount);
     object->Release();
 }
 

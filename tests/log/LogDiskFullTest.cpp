@@ -29,7 +29,7 @@ TEST_F(DiskFullTest, FullDiskStopsTimersAnnouncesAndReports)
     AddLines(0, 1000);  // 272 KB: far more than the disk holds
 
     // The record that meets the end of the disk is written only in part.
-    EXPECT_EQ(writer.OnTimer(FlushTimer), -1);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Flush), -1);
     EXPECT_EQ(host.events, (Events{L"box 108", L"stop 0", L"box 32800"}));
     EXPECT_EQ(writer.DiskFullState(), 0);
     const int written = ring->unwrittenPos;

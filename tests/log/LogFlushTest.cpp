@@ -59,7 +59,7 @@ TEST_F(FlushTest, RecordsAcrossTheRingEndReadBackFieldByField)
     ASSERT_EQ(writer.FlushPending(ring->PendingCount()), 1);
     EXPECT_EQ(ring->unwrittenPos, ring->writePos);
     EXPECT_TRUE(host.events.empty());
-    EXPECT_EQ(writer.LogFile(), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(writer.CurrentFile(), INVALID_HANDLE_VALUE);
 
     const DecodedLog log = ReadLog();
     EXPECT_EQ(log.version, L"7.000000");
@@ -111,7 +111,7 @@ TEST_F(FlushTest, HeaderShorterThan32BytesFailsWithoutMessage)
     EXPECT_EQ(ring->unwrittenPos, 0);
     EXPECT_EQ(ReadFileBytes(PathOf(kCurrentName)).size(), 31u);
 
-    EXPECT_EQ(writer.OnTimer(SizeTimer), -1);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Size), -1);
     EXPECT_EQ(host.events, (Events{L"box 32799", L"stop 1"}));
 }
 
@@ -123,10 +123,10 @@ TEST_F(FlushTest, NewerFormatIsRefusedByFlushAndSizeCheck)
     AddLines(0, 3);
     EXPECT_EQ(writer.FlushPending(ring->PendingCount()), 0);
     EXPECT_EQ(host.events, (Events{L"box 32804"}));
-    EXPECT_EQ(writer.LogFile(), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(writer.CurrentFile(), INVALID_HANDLE_VALUE);
 
     host.events.clear();
-    EXPECT_EQ(writer.OnTimer(SizeTimer), -1);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Size), -1);
     EXPECT_EQ(host.events, (Events{L"box 32804", L"box 32799", L"stop 1"}));
     EXPECT_EQ(ReadFileBytes(PathOf(kCurrentName)), newer);
 }
@@ -199,20 +199,20 @@ TEST_F(FlushTest, TimedFlushEverySaveTimeSeconds)
     writer.SetSettings(10, 3, 10);
     Open();
     AddLines(0, 5);
-    EXPECT_EQ(writer.OnTimer(FlushTimer), 0);
-    EXPECT_EQ(writer.OnTimer(FlushTimer), 0);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Flush), 0);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Flush), 0);
     EXPECT_EQ(ring->PendingCount(), 5);
-    EXPECT_EQ(ring->flushTicks, 2u);
-    EXPECT_EQ(writer.OnTimer(FlushTimer), 0);
+    EXPECT_EQ(writer.FlushTicks(), 2u);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Flush), 0);
     EXPECT_EQ(ring->PendingCount(), 0);
-    EXPECT_EQ(ring->flushTicks, 0u);
+    EXPECT_EQ(writer.FlushTicks(), 0u);
     EXPECT_EQ(ReadLog().records.size(), 5u);
 
     // A nearly full ring is written at once, whatever the count of seconds.
     AddLines(5, 4001);
-    EXPECT_EQ(writer.OnTimer(FlushTimer), 0);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Flush), 0);
     EXPECT_EQ(ring->PendingCount(), 0);
-    EXPECT_EQ(ring->flushTicks, 0u);
+    EXPECT_EQ(writer.FlushTicks(), 0u);
     EXPECT_TRUE(host.events.empty());
 }
 
@@ -222,14 +222,14 @@ TEST_F(FlushTest, SaveTimeZeroFlushesOnlyANearlyFullRing)
     Open();
     AddLines(0, 4000);
     for (int tick = 0; tick < 5; ++tick)
-        EXPECT_EQ(writer.OnTimer(FlushTimer), 0);
+        EXPECT_EQ(writer.OnTimer(LogTimer::Flush), 0);
     EXPECT_EQ(ring->PendingCount(), 4000);
     EXPECT_EQ(ReadLog().records.size(), 0u);
 
     ring->AddMessage(L"one more");
-    EXPECT_EQ(writer.OnTimer(FlushTimer), 0);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Flush), 0);
     EXPECT_EQ(ring->PendingCount(), 0);
-    EXPECT_EQ(ring->flushTicks, 6u);
+    EXPECT_EQ(writer.FlushTicks(), 6u);
     EXPECT_EQ(ReadLog().records.size(), 4001u);
 }
 

@@ -70,11 +70,11 @@ TEST_F(RetentionTest, TimerSweepsOnlyWhenDaysAreSet)
     Touch(PathOf(L"2603121300.qxl"));
     testNow = kNow;
     writer.SetSettings(0, 600, 10);
-    EXPECT_EQ(writer.OnTimer(RetentionTimer), 0);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Retention), 0);
     EXPECT_TRUE(FileExists(PathOf(L"2603121300.qxl")));
 
     writer.SetSettings(1, 600, 10);
-    EXPECT_EQ(writer.OnTimer(RetentionTimer), 0);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Retention), 0);
     EXPECT_FALSE(FileExists(PathOf(L"2603121300.qxl")));
     EXPECT_TRUE(FileExists(PathOf(L"2603131400.qxl")));
     EXPECT_TRUE(host.events.empty());

@@ -15,9 +15,9 @@ TEST_F(RolloverTest, FileWithinTheLimitIsLeftAlone)
 {
     Open();
     EXPECT_EQ(writer.CurrentLogFileSize(), 272u);
-    EXPECT_EQ(writer.OnTimer(SizeTimer), 0);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Size), 0);
     EXPECT_TRUE(host.events.empty());
-    EXPECT_EQ(writer.LogFile(), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(writer.CurrentFile(), INVALID_HANDLE_VALUE);
 }
 
 TEST_F(RolloverTest, OversizedFileRollsOverToTheCurrentMinute)
@@ -26,7 +26,7 @@ TEST_F(RolloverTest, OversizedFileRollsOverToTheCurrentMinute)
     Open();
     AddLines(0, 5);
     testNow = LocalTime(2026, 3, 3, 14, 6, 59);
-    EXPECT_EQ(writer.OnTimer(SizeTimer), 0);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Size), 0);
 
     EXPECT_EQ(host.events, NewFileEvents());
     EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(L"2603031406.qxl"));
@@ -54,7 +54,7 @@ TEST_F(RolloverTest, RolloverWithinTheSameMinuteContinuesTheFile)
     ASSERT_EQ(writer.FlushPending(ring->PendingCount()), 1);
     ASSERT_EQ(ring->lineCount, 5);
     testNow = LocalTime(2026, 3, 3, 14, 5, 59);
-    EXPECT_EQ(writer.OnTimer(SizeTimer), 0);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Size), 0);
 
     EXPECT_EQ(host.events, NewFileEvents());
     EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(kCurrentName));
@@ -66,7 +66,7 @@ TEST_F(RolloverTest, RolloverWithinTheSameMinuteContinuesTheFile)
 
     // Still over the limit: the next check starts the same file again.
     host.events.clear();
-    EXPECT_EQ(writer.OnTimer(SizeTimer), 0);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Size), 0);
     EXPECT_EQ(host.events, NewFileEvents());
 }
 
@@ -75,7 +75,7 @@ TEST_F(RolloverTest, LimitWrapsAt4096Megabytes)
     writer.SetSettings(10, 600, 4096);
     Open();
     testNow = LocalTime(2026, 3, 3, 14, 7);
-    EXPECT_EQ(writer.OnTimer(SizeTimer), 0);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Size), 0);
     EXPECT_EQ(host.events, NewFileEvents());
     EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(L"2603031407.qxl"));
 }
@@ -85,12 +85,12 @@ TEST_F(RolloverTest, DeletedCurrentFileStopsSizeCheckThenTimedFlush)
     writer.SetSettings(10, 1, 10);
     Open();
     ASSERT_TRUE(::DeleteFileW(PathOf(kCurrentName).c_str()));
-    EXPECT_EQ(writer.OnTimer(SizeTimer), -1);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Size), -1);
     EXPECT_EQ(host.events, (Events{L"box 32799", L"stop 1"}));
 
     host.events.clear();
     AddLines(0, 2);
-    EXPECT_EQ(writer.OnTimer(FlushTimer), -1);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Flush), -1);
     EXPECT_EQ(host.events, (Events{L"stop 0", L"box 32800"}));
     // Recreated empty, without a header, and nothing written into it.
     ASSERT_TRUE(FileExists(PathOf(kCurrentName)));
@@ -113,7 +113,7 @@ TEST_F(RolloverTest, FailedRolloverStopsTheSizeCheck)
     writer.SetSettings(10, 600, 0);
     Open();
     writer.SetSaveDirectory(PathOf(L"gone").c_str());
-    EXPECT_EQ(writer.OnTimer(SizeTimer), -1);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Size), -1);
     EXPECT_EQ(host.events,
               (Events{SystemBoxEvent(ERROR_PATH_NOT_FOUND), L"box 32801", L"stop 1"}));
     EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(kCurrentName));

@@ -1,4 +1,4 @@
-#include "msgwnd/MessageRing.h"
+#include "ring/MessageRing.h"
 
 #include <gtest/gtest.h>
 
@@ -157,29 +157,21 @@ TEST_F(RingTest, FiveThousandUnflushedAddsLeaveNothingPending)
     EXPECT_EQ(ring->PendingCount(), 0);
 }
 
-TEST_F(RingTest, ResetForOpenedFileCountsTheFileAndEmptiesTheRing)
+TEST_F(RingTest, ResetsEmptyTheRingAndCountTheFile)
 {
     AddLines(*ring, 0, 5001);
-    ring->flushTicks = 9;
     ring->unwrittenPos = 17;
     ring->ResetForOpenedFile(42);
     EXPECT_EQ(ring->lineCount, 42);
     EXPECT_EQ(ring->fileOnlyLines, 42);
-    EXPECT_EQ(ring->writePos + ring->unwrittenPos + ring->ringStart + ring->ringFull + ring->topLine, 0);
-    EXPECT_EQ(ring->flushTicks, 9u);
+    EXPECT_EQ(ring->writePos + ring->unwrittenPos + ring->ringStart + ring->ringFull, 0);
     EXPECT_EQ(FieldText(ring->ring[4999]), std::wstring(kMessageTextUnits, L'\0'));
-}
 
-TEST_F(RingTest, ResetForNewFileClearsEverything)
-{
     AddLines(*ring, 0, 5001);
-    ring->flushTicks = 9;
-    ring->topLine = 12;
     ring->ResetForNewFile();
     EXPECT_EQ(ring->lineCount + ring->fileOnlyLines + ring->writePos + ring->unwrittenPos +
-                  ring->ringStart + ring->ringFull + ring->topLine,
+                  ring->ringStart + ring->ringFull,
               0);
-    EXPECT_EQ(ring->flushTicks, 0u);
     EXPECT_EQ(FieldText(ring->ring[0]), std::wstring(kMessageTextUnits, L'\0'));
 }
 

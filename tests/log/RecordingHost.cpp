@@ -2,14 +2,15 @@
 
 #include "log/LogWriter.h"
 
-void RecordingHost::StartTimer(UINT_PTR id, UINT periodMs)
+void RecordingHost::StartTimer(LogTimer timer, UINT periodMs)
 {
-    events.push_back(L"start " + std::to_wstring(id) + L" " + std::to_wstring(periodMs));
+    events.push_back(L"start " + std::to_wstring(static_cast<int>(timer)) + L" " +
+                     std::to_wstring(periodMs));
 }
 
-void RecordingHost::StopTimer(UINT_PTR id)
+void RecordingHost::StopTimer(LogTimer timer)
 {
-    events.push_back(L"stop " + std::to_wstring(id));
+    events.push_back(L"stop " + std::to_wstring(static_cast<int>(timer)));
 }
 
 void RecordingHost::ShowErrorBox(UINT textId)
@@ -17,9 +18,9 @@ void RecordingHost::ShowErrorBox(UINT textId)
     events.push_back(L"box " + std::to_wstring(textId));
 }
 
-void RecordingHost::ShowSystemErrorBox(const wchar_t* text, const wchar_t*)
+void RecordingHost::ShowSystemErrorBox(DWORD code)
 {
-    events.push_back(std::wstring(L"system ") + (text != nullptr ? text : L"(none)"));
+    events.push_back(SystemBoxEvent(code));
 }
 
 void RecordingHost::AnnounceDiskFull()
@@ -27,31 +28,24 @@ void RecordingHost::AnnounceDiskFull()
     events.push_back(L"announce " + std::to_wstring(writer != nullptr ? writer->DiskFullState() : -1));
 }
 
-void RecordingHost::ClearViewForNewFile()
+void RecordingHost::LogListCleared()
 {
     events.push_back(L"clear view");
 }
 
-void RecordingHost::RefreshViewForNewFile()
+void RecordingHost::NewLogFileStarted()
 {
     events.push_back(L"refresh view");
 }
 
-void RecordingHost::DropViewPage()
+void RecordingHost::CurrentLogFileOpened()
 {
     events.push_back(L"drop page");
 }
 
 std::wstring SystemBoxEvent(DWORD code)
 {
-    wchar_t* text = nullptr;
-    ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
-                         FORMAT_MESSAGE_IGNORE_INSERTS,
-                     nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
-                     reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-    std::wstring event = std::wstring(L"system ") + (text != nullptr ? text : L"(none)");
-    ::LocalFree(text);
-    return event;
+    return L"system " + std::to_wstring(code);
 }
 
 std::vector<std::wstring> NewFileEvents()

@@ -8,7 +8,7 @@ class LogWriter;
 
 // Stands in for the main window: every timer change, box and view request
 // becomes one line of `events`, in order, so tests can assert the sequence.
-//   "start <id> <ms>", "stop <id>", "box <string id>", "system <text>",
+//   "start <timer> <ms>", "stop <timer>", "box <string id>", "system <error code>",
 //   "announce <diskFullState>", "clear view", "refresh view", "drop page"
 class RecordingHost : public LogHost {
 public:
@@ -16,14 +16,14 @@ public:
     // Read when the disk-full announcement arrives.
     const LogWriter* writer = nullptr;
 
-    void StartTimer(UINT_PTR id, UINT periodMs) override;
-    void StopTimer(UINT_PTR id) override;
+    void StartTimer(LogTimer timer, UINT periodMs) override;
+    void StopTimer(LogTimer timer) override;
     void ShowErrorBox(UINT textId) override;
-    void ShowSystemErrorBox(const wchar_t* text, const wchar_t* caption) override;
+    void ShowSystemErrorBox(DWORD code) override;
     void AnnounceDiskFull() override;
-    void ClearViewForNewFile() override;
-    void RefreshViewForNewFile() override;
-    void DropViewPage() override;
+    void LogListCleared() override;
+    void NewLogFileStarted() override;
+    void CurrentLogFileOpened() override;
 };
 
 // The event a system error box for `code` is recorded as.

@@ -1,6 +1,6 @@
 #pragma once
 #include "log/LogWriter.h"
-#include "msgwnd/MessageRing.h"
+#include "ring/MessageRing.h"
 #include "support/TestFiles.h"
 
 #include "support/LogFileDecoder.h"

@@ -143,9 +143,9 @@ LRESULT MessWndFixture::HScroll(int request, int thumb)
 
 std::wstring MessWndFixture::PageText(int i) const
 {
-    if (i < 0 || i >= window->PageCount())
+    if (i < 0 || i >= window->View().PageCount())
         return L"<none>";
-    const MessageRecord& record = window->Page()[i];
+    const MessageRecord& record = window->View().Page()[i];
     return std::wstring(record.text, wcsnlen(record.text, kMessageTextUnits));
 }
 

@@ -29,12 +29,13 @@ protected:
 
     HWND Hwnd() const { return window->Handle(); }
     const MessageRing& Ring() const { return window->Ring(); }
+    int TopLine() const { return window->View().TopLine(); }
     SCROLLINFO ScrollBar(int bar) const;
     LRESULT Key(WPARAM key, bool control = false);
     LRESULT VScroll(int request);
     LRESULT HScroll(int request, int thumb = 0);
     std::wstring PageText(int i) const;
-    std::wstring LastPageText() const { return PageText(window->PageCount() - 1); }
+    std::wstring LastPageText() const { return PageText(window->View().PageCount() - 1); }
     std::wstring SettingsFilePath() const;
     // Height of one line of the view font.
     static int FontLineHeight();

@@ -24,11 +24,10 @@ std::wstring ReadSetting(const std::wstring& file, const wchar_t* key)
 }
 
 // Scrolls to the bottom the way a user does: Page Down until it stops moving.
-void ScrollToBottom(MessWndFixture& fixture, const std::function<LRESULT()>& pageDown,
-                    const MessageRing& ring)
+void ScrollToBottom(const std::function<LRESULT()>& pageDown, const MessageView& view)
 {
-    for (int previous = -1; previous != ring.topLine;) {
-        previous = ring.topLine;
+    for (int previous = -1; previous != view.TopLine();) {
+        previous = view.TopLine();
         pageDown();
     }
 }
@@ -42,9 +41,9 @@ TEST_F(MessWndFixture, OpensTheNewestLogAtItsLastPage)
     CreateWindowWithRoom(20);
     EXPECT_EQ(500, Ring().lineCount);
     EXPECT_EQ(500, Ring().fileOnlyLines);
-    EXPECT_EQ(480, Ring().topLine);
+    EXPECT_EQ(480, TopLine());
 
-    const int lines = window->LinesPerPage();
+    const int lines = window->View().LinesPerPage();
     ASSERT_GT(lines, 15);
     SCROLLINFO bar = ScrollBar(SB_VERT);
     EXPECT_EQ(0, bar.nMin);
@@ -52,7 +51,7 @@ TEST_F(MessWndFixture, OpensTheNewestLogAtItsLastPage)
     EXPECT_EQ(static_cast<UINT>(lines), bar.nPage);
     EXPECT_EQ(480, bar.nPos);
     EXPECT_EQ(L"record 480", PageText(0));
-    EXPECT_EQ(std::min(lines, 20), window->PageCount());
+    EXPECT_EQ(std::min(lines, 20), window->View().PageCount());
     EXPECT_TRUE(boxes.Boxes().empty());
 }
 
@@ -61,8 +60,8 @@ TEST_F(MessWndFixture, AShortLogStartsAtTheTop)
     WriteLog(10);
     WriteSettings("");
     CreateWindowWithRoom(20);
-    EXPECT_EQ(0, Ring().topLine);
-    EXPECT_EQ(10, window->PageCount());
+    EXPECT_EQ(0, TopLine());
+    EXPECT_EQ(10, window->View().PageCount());
     EXPECT_EQ(L"record 9", LastPageText());
 }
 
@@ -71,23 +70,23 @@ TEST_F(MessWndFixture, FollowsNewLinesOnlyWhileAtTheBottom)
     WriteLog(500);
     WriteSettings("");
     CreateWindowWithRoom(20);
-    const int lines = window->LinesPerPage();
-    ScrollToBottom(*this, [&] { return Key(VK_NEXT); }, Ring());
-    ASSERT_EQ(500 - lines, Ring().topLine);
+    const int lines = window->View().LinesPerPage();
+    ScrollToBottom([&] { return Key(VK_NEXT); }, window->View());
+    ASSERT_EQ(500 - lines, TopLine());
 
     window->AddMessage(L"first new line");
     EXPECT_EQ(501, Ring().lineCount);
-    EXPECT_EQ(501 - lines, Ring().topLine);
+    EXPECT_EQ(501 - lines, TopLine());
     EXPECT_EQ(L"first new line", LastPageText()) << "unwritten records complete the file page";
     EXPECT_EQ(501 - lines, ScrollBar(SB_VERT).nPos);
     EXPECT_EQ(500, ScrollBar(SB_VERT).nMax);
 
     VScroll(SB_LINEUP);
-    const int scrolledTo = Ring().topLine;
+    const int scrolledTo = TopLine();
     ASSERT_EQ(500 - lines, scrolledTo);
     window->AddMessage(L"second new line");
     EXPECT_EQ(502, Ring().lineCount);
-    EXPECT_EQ(scrolledTo, Ring().topLine);
+    EXPECT_EQ(scrolledTo, TopLine());
     EXPECT_EQ(L"record " + std::to_wstring(scrolledTo), PageText(0));
 }
 
@@ -108,7 +107,7 @@ TEST_F(MessWndFixture, LiveViewLagsOneLineOnceTheRingIsFull)
     window->AddMessage(L"line 4999");
     EXPECT_EQ(1, Ring().ringFull);
     EXPECT_EQ(4999, Ring().lineCount);
-    EXPECT_EQ(4999 - window->LinesPerPage(), Ring().topLine) << "the view followed";
+    EXPECT_EQ(4999 - window->View().LinesPerPage(), TopLine()) << "the view followed";
     EXPECT_EQ(L"line 4998", LastPageText()) << "the newest line shows only with the next one";
     window->AddMessage(L"line 5000");
     EXPECT_EQ(L"line 4999", LastPageText());
@@ -119,37 +118,37 @@ TEST_F(MessWndFixture, ScrollBarsAndKeysMoveThePage)
     WriteLog(500);
     WriteSettings("");
     CreateWindowWithRoom(20);
-    const int lines = window->LinesPerPage();
+    const int lines = window->View().LinesPerPage();
 
     Key(VK_HOME, true);
-    EXPECT_EQ(0, Ring().topLine);
+    EXPECT_EQ(0, TopLine());
     EXPECT_EQ(L"record 0", PageText(0));
     VScroll(SB_LINEUP);
-    EXPECT_EQ(0, Ring().topLine);
+    EXPECT_EQ(0, TopLine());
     Key(VK_DOWN);
-    EXPECT_EQ(1, Ring().topLine);
+    EXPECT_EQ(1, TopLine());
     VScroll(SB_PAGEDOWN);
-    EXPECT_EQ(1 + lines, Ring().topLine);
+    EXPECT_EQ(1 + lines, TopLine());
     Key(VK_PRIOR);
-    EXPECT_EQ(1, Ring().topLine);
+    EXPECT_EQ(1, TopLine());
     VScroll(SB_PAGEUP);
-    EXPECT_EQ(0, Ring().topLine);
+    EXPECT_EQ(0, TopLine());
 
     // Dragging the thumb scrolls nothing until it is let go.
     ::SetScrollPos(Hwnd(), SB_VERT, 250, FALSE);
     VScroll(SB_THUMBTRACK);
-    EXPECT_EQ(0, Ring().topLine);
+    EXPECT_EQ(0, TopLine());
     VScroll(SB_THUMBPOSITION);
-    EXPECT_EQ(250, Ring().topLine);
+    EXPECT_EQ(250, TopLine());
     EXPECT_EQ(L"record 250", PageText(0));
 
     // Ctrl+End asks for the bar one past the top line, but at the end of
     // the list the platform holds the thumb at its last position.
     Key(VK_END, true);
-    EXPECT_EQ(500 - lines, Ring().topLine);
+    EXPECT_EQ(500 - lines, TopLine());
     EXPECT_EQ(500 - lines, ScrollBar(SB_VERT).nPos);
     Key(VK_DOWN);
-    EXPECT_EQ(500 - lines, Ring().topLine) << "no line below the last page";
+    EXPECT_EQ(500 - lines, TopLine()) << "no line below the last page";
 }
 
 TEST_F(MessWndFixture, HorizontalBarIsMeasuredOnTheWidestLine)
@@ -163,28 +162,28 @@ TEST_F(MessWndFixture, HorizontalBarIsMeasuredOnTheWidestLine)
 
     Key(VK_END);
     const int rightmost = bar.nMax - static_cast<int>(bar.nPage);
-    EXPECT_EQ(rightmost, window->HorizontalPosition());
+    EXPECT_EQ(rightmost, window->View().HorizontalPosition());
     Key(VK_RIGHT);
-    EXPECT_EQ(rightmost, window->HorizontalPosition());
+    EXPECT_EQ(rightmost, window->View().HorizontalPosition());
     Key(VK_HOME);
-    EXPECT_EQ(0, window->HorizontalPosition());
+    EXPECT_EQ(0, window->View().HorizontalPosition());
     EXPECT_EQ(0, ScrollBar(SB_HORZ).nPos);
     Key(VK_RIGHT);
-    const int step = window->HorizontalPosition();
+    const int step = window->View().HorizontalPosition();
     EXPECT_GT(step, 0);
     Key(VK_LEFT);
-    EXPECT_EQ(0, window->HorizontalPosition());
+    EXPECT_EQ(0, window->View().HorizontalPosition());
 
     // A page right from the left edge; the bar is set one past the offset.
     const int page = static_cast<int>(bar.nPage);
     const int expected = 2 * page < bar.nMax ? page : bar.nMax - page;
     HScroll(SB_PAGERIGHT);
-    EXPECT_EQ(expected, window->HorizontalPosition());
+    EXPECT_EQ(expected, window->View().HorizontalPosition());
     EXPECT_EQ(expected + 1, ScrollBar(SB_HORZ).nPos);
     HScroll(SB_THUMBPOSITION, 7);
-    EXPECT_EQ(7, window->HorizontalPosition());
+    EXPECT_EQ(7, window->View().HorizontalPosition());
     HScroll(SB_THUMBTRACK, 90);
-    EXPECT_EQ(7, window->HorizontalPosition());
+    EXPECT_EQ(7, window->View().HorizontalPosition());
 }
 
 TEST_F(MessWndFixture, EmptyListStaysAtTheTop)
@@ -195,14 +194,14 @@ TEST_F(MessWndFixture, EmptyListStaysAtTheTop)
     SCROLLINFO bar = ScrollBar(SB_VERT);
     EXPECT_LE(bar.nMax, bar.nMin) << "an empty range";
     Key(VK_NEXT);
-    EXPECT_EQ(0, Ring().topLine);
+    EXPECT_EQ(0, TopLine());
     Key(VK_END, true);
-    EXPECT_EQ(0, Ring().topLine);
-    EXPECT_EQ(0, window->PageCount());
+    EXPECT_EQ(0, TopLine());
+    EXPECT_EQ(0, window->View().PageCount());
     // With no line laid out, the width was never measured: Right and End do nothing.
     Key(VK_END);
     Key(VK_RIGHT);
-    EXPECT_EQ(0, window->HorizontalPosition());
+    EXPECT_EQ(0, window->View().HorizontalPosition());
 }
 
 TEST_F(MessWndFixture, ALogOfANewerFormatIsRefusedOnRefresh)
@@ -221,7 +220,7 @@ TEST_F(MessWndFixture, ALogOfANewerFormatIsRefusedOnRefresh)
     ASSERT_EQ(1u, boxes.Boxes().size());
     EXPECT_EQ(ResourceText(IDS_NEWER_FORMAT), boxes.Boxes()[0].text);
     EXPECT_EQ(ResourceText(IDS_ERROR_CAPTION), boxes.Boxes()[0].caption);
-    EXPECT_EQ(0, window->PageCount());
+    EXPECT_EQ(0, window->View().PageCount());
 }
 
 TEST_F(MessWndFixture, MissingSaveDirectoryWritesTheConstantDefaultsBack)

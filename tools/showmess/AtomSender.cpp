@@ -24,7 +24,7 @@ bool AtomSender::Send(const std::wstring& line, std::string& error)
     }
     // Sent, not posted: the atom has to live until the window has read it.
     DWORD_PTR result = 0;
-    LRESULT delivered = ::SendMessageTimeoutW(window_, kAtomMessage, atom, 0, SMTO_ABORTIFHUNG,
+    LRESULT delivered = ::SendMessageTimeoutW(window_, WM_MESSATOM, atom, 0, SMTO_ABORTIFHUNG,
                                               kReplyTimeoutMs, &result);
     ::GlobalDeleteAtom(atom);
     if (delivered == 0) {

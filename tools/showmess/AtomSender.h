@@ -1,13 +1,11 @@
 #pragma once
 #include <windows.h>
 
+#include "msgwnd/MessAtom.h"
 #include "tools/showmess/LineSender.h"
 
 // The window class of the message window (string 102 of its language modules).
 constexpr wchar_t kMessageWindowClass[] = L"OrielMessWnd";
-
-// The message that carries a line as a global atom.
-constexpr UINT kAtomMessage = WM_USER + 50;
 
 // The atom road: each line becomes a global atom that the window reads while
 // it handles the message sent to it; the atom is deleted afterwards.

@@ -1,9 +1,9 @@
-#include "msgwnd/RecordLine.h"
+#include "view/RecordLine.h"
 
 #include <cwchar>
 
 #include "lang/ResourceIds.h"
-#include "msgwnd/MessageRecord.h"
+#include "ring/MessageRecord.h"
 #include "winlayer/Resources.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "app/CommandLine.h"
+#include "server/CommandLine.h"
 
 #include <windows.h>
 

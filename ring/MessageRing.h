@@ -1,5 +1,5 @@
 #pragma once
-#include "msgwnd/MessageRecord.h"
+#include "ring/MessageRecord.h"
 
 // The view's part of adding a line: called once the record is stored and
 // every counter has moved.
@@ -39,9 +39,7 @@ public:
     int ringStart = 0;      // origin of the ring since the last reset
     int ringFull = 0;       // 1 once writePos has reached ringStart + 4999
     int fileOnlyLines = 0;  // leading lines read from the file, not the ring
-    int topLine = 0;        // the view's first line on its page
     int lineCount = 0;      // lines in the file at the last reset + lines added since
-    unsigned flushTicks = 0;  // seconds counted by the log writer's flush timer
 
     // `view` may be null: lines are then stored and counted only.
     void SetView(AddedLineView* view) { view_ = view; }

@@ -1,4 +1,4 @@
-#include "msgwnd/ScrollRules.h"
+#include "view/ScrollRules.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "app/ProgramFiles.h"
+#include "server/ProgramFiles.h"
 
 #include <cwchar>
 

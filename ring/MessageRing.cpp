@@ -1,4 +1,4 @@
-#include "msgwnd/MessageRing.h"
+#include "ring/MessageRing.h"
 
 #include <cstring>
 
@@ -53,7 +53,6 @@ void MessageRing::ResetForOpenedFile(int recordCount)
     writePos = 0;
     ringStart = 0;
     ringFull = 0;
-    topLine = 0;
     ClearSlots();
     lineCount = recordCount;
     fileOnlyLines = recordCount;
@@ -62,7 +61,6 @@ void MessageRing::ResetForOpenedFile(int recordCount)
 void MessageRing::ResetForNewFile()
 {
     ResetForOpenedFile(0);
-    flushTicks = 0;
 }
 
 RingSpan MessageRing::LocateLine(int line) const

