@@ -4,6 +4,7 @@
 
 #include "lang/ResourceIds.h"
 #include "support/LogFileDecoder.h"
+#include "support/ViewInput.h"
 #include "winlayer/Resources.h"
 
 HMODULE MessWndFixture::english = nullptr;
@@ -108,45 +109,6 @@ void MessWndFixture::CreateWindowWithRoom(int lines)
     window = std::make_unique<CMessWnd>();
     ASSERT_NE(nullptr, window->CreateMainWindow(::GetModuleHandleW(nullptr), kClassName,
                                                 L"Oriel test", menu, &r));
-}
-
-SCROLLINFO MessWndFixture::ScrollBar(int bar) const
-{
-    SCROLLINFO info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_ALL;
-    ::GetScrollInfo(Hwnd(), bar, &info);
-    return info;
-}
-
-LRESULT MessWndFixture::Key(WPARAM key, bool control)
-{
-    BYTE keys[256];
-    ::GetKeyboardState(keys);
-    keys[VK_CONTROL] = control ? 0x80 : 0;
-    ::SetKeyboardState(keys);
-    LRESULT result = ::SendMessageW(Hwnd(), WM_KEYDOWN, key, 0);
-    keys[VK_CONTROL] = 0;
-    ::SetKeyboardState(keys);
-    return result;
-}
-
-LRESULT MessWndFixture::VScroll(int request)
-{
-    return ::SendMessageW(Hwnd(), WM_VSCROLL, MAKEWPARAM(request, 0), 0);
-}
-
-LRESULT MessWndFixture::HScroll(int request, int thumb)
-{
-    return ::SendMessageW(Hwnd(), WM_HSCROLL, MAKEWPARAM(request, thumb), 0);
-}
-
-std::wstring MessWndFixture::PageText(int i) const
-{
-    if (i < 0 || i >= window->View().PageCount())
-        return L"<none>";
-    const MessageRecord& record = window->View().Page()[i];
-    return std::wstring(record.text, wcsnlen(record.text, kMessageTextUnits));
 }
 
 void MessWndFixture::DrainQuit()

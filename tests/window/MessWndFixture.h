@@ -7,6 +7,7 @@
 
 #include "msgwnd/MessWnd.h"
 #include "support/MessageBoxRecorder.h"
+#include "support/ViewInput.h"
 #include "support/TestFiles.h"
 
 // A real main window in the test process, on a real log in a temporary save
@@ -30,11 +31,12 @@ protected:
     HWND Hwnd() const { return window->Handle(); }
     const MessageRing& Ring() const { return window->Ring(); }
     int TopLine() const { return window->View().TopLine(); }
-    SCROLLINFO ScrollBar(int bar) const;
-    LRESULT Key(WPARAM key, bool control = false);
-    LRESULT VScroll(int request);
-    LRESULT HScroll(int request, int thumb = 0);
-    std::wstring PageText(int i) const;
+    SCROLLINFO ScrollBar(int bar) const { return testing_support::ScrollBarOf(Hwnd(), bar); }
+    LRESULT Key(WPARAM key, bool control = false)
+    {
+        return testing_support::SendKey(Hwnd(), key, control);
+    }
+    std::wstring PageText(int i) const { return testing_support::PageLine(window->View(), i); }
     std::wstring LastPageText() const { return PageText(window->View().PageCount() - 1); }
     std::wstring SettingsFilePath() const;
     // Height of one line of the view font.

@@ -81,7 +81,7 @@ TEST_F(MessWndFixture, FollowsNewLinesOnlyWhileAtTheBottom)
     EXPECT_EQ(501 - lines, ScrollBar(SB_VERT).nPos);
     EXPECT_EQ(500, ScrollBar(SB_VERT).nMax);
 
-    VScroll(SB_LINEUP);
+    testing_support::SendVScroll(Hwnd(), SB_LINEUP);
     const int scrolledTo = TopLine();
     ASSERT_EQ(500 - lines, scrolledTo);
     window->AddMessage(L"second new line");
@@ -111,97 +111,6 @@ TEST_F(MessWndFixture, LiveViewLagsOneLineOnceTheRingIsFull)
     EXPECT_EQ(L"line 4998", LastPageText()) << "the newest line shows only with the next one";
     window->AddMessage(L"line 5000");
     EXPECT_EQ(L"line 4999", LastPageText());
-}
-
-TEST_F(MessWndFixture, ScrollBarsAndKeysMoveThePage)
-{
-    WriteLog(500);
-    WriteSettings("");
-    CreateWindowWithRoom(20);
-    const int lines = window->View().LinesPerPage();
-
-    Key(VK_HOME, true);
-    EXPECT_EQ(0, TopLine());
-    EXPECT_EQ(L"record 0", PageText(0));
-    VScroll(SB_LINEUP);
-    EXPECT_EQ(0, TopLine());
-    Key(VK_DOWN);
-    EXPECT_EQ(1, TopLine());
-    VScroll(SB_PAGEDOWN);
-    EXPECT_EQ(1 + lines, TopLine());
-    Key(VK_PRIOR);
-    EXPECT_EQ(1, TopLine());
-    VScroll(SB_PAGEUP);
-    EXPECT_EQ(0, TopLine());
-
-    // Dragging the thumb scrolls nothing until it is let go.
-    ::SetScrollPos(Hwnd(), SB_VERT, 250, FALSE);
-    VScroll(SB_THUMBTRACK);
-    EXPECT_EQ(0, TopLine());
-    VScroll(SB_THUMBPOSITION);
-    EXPECT_EQ(250, TopLine());
-    EXPECT_EQ(L"record 250", PageText(0));
-
-    // Ctrl+End asks for the bar one past the top line, but at the end of
-    // the list the platform holds the thumb at its last position.
-    Key(VK_END, true);
-    EXPECT_EQ(500 - lines, TopLine());
-    EXPECT_EQ(500 - lines, ScrollBar(SB_VERT).nPos);
-    Key(VK_DOWN);
-    EXPECT_EQ(500 - lines, TopLine()) << "no line below the last page";
-}
-
-TEST_F(MessWndFixture, HorizontalBarIsMeasuredOnTheWidestLine)
-{
-    WriteLog(50);
-    WriteSettings("");
-    CreateWindowWithRoom(20);
-    SCROLLINFO bar = ScrollBar(SB_HORZ);
-    ASSERT_GT(bar.nMax, static_cast<int>(bar.nPage)) << "a line of ideographs is wider than the view";
-    EXPECT_EQ(1, bar.nPos) << "measuring sets the bar one past the offset";
-
-    Key(VK_END);
-    const int rightmost = bar.nMax - static_cast<int>(bar.nPage);
-    EXPECT_EQ(rightmost, window->View().HorizontalPosition());
-    Key(VK_RIGHT);
-    EXPECT_EQ(rightmost, window->View().HorizontalPosition());
-    Key(VK_HOME);
-    EXPECT_EQ(0, window->View().HorizontalPosition());
-    EXPECT_EQ(0, ScrollBar(SB_HORZ).nPos);
-    Key(VK_RIGHT);
-    const int step = window->View().HorizontalPosition();
-    EXPECT_GT(step, 0);
-    Key(VK_LEFT);
-    EXPECT_EQ(0, window->View().HorizontalPosition());
-
-    // A page right from the left edge; the bar is set one past the offset.
-    const int page = static_cast<int>(bar.nPage);
-    const int expected = 2 * page < bar.nMax ? page : bar.nMax - page;
-    HScroll(SB_PAGERIGHT);
-    EXPECT_EQ(expected, window->View().HorizontalPosition());
-    EXPECT_EQ(expected + 1, ScrollBar(SB_HORZ).nPos);
-    HScroll(SB_THUMBPOSITION, 7);
-    EXPECT_EQ(7, window->View().HorizontalPosition());
-    HScroll(SB_THUMBTRACK, 90);
-    EXPECT_EQ(7, window->View().HorizontalPosition());
-}
-
-TEST_F(MessWndFixture, EmptyListStaysAtTheTop)
-{
-    WriteLog(0);
-    WriteSettings("");
-    CreateWindowWithRoom(20);
-    SCROLLINFO bar = ScrollBar(SB_VERT);
-    EXPECT_LE(bar.nMax, bar.nMin) << "an empty range";
-    Key(VK_NEXT);
-    EXPECT_EQ(0, TopLine());
-    Key(VK_END, true);
-    EXPECT_EQ(0, TopLine());
-    EXPECT_EQ(0, window->View().PageCount());
-    // With no line laid out, the width was never measured: Right and End do nothing.
-    Key(VK_END);
-    Key(VK_RIGHT);
-    EXPECT_EQ(0, window->View().HorizontalPosition());
 }
 
 TEST_F(MessWndFixture, ALogOfANewerFormatIsRefusedOnRefresh)
@@ -405,7 +314,7 @@ TEST_F(MessWndFixture, DrawsEveryPageLineFivePixelsInFromTheOffset)
     EXPECT_LE(margin, 7);
 
     // Scrolled right by three pixels, the text starts three pixels further left.
-    HScroll(SB_THUMBPOSITION, 3);
+    testing_support::SendHScroll(Hwnd(), SB_THUMBPOSITION, 3);
     DrainQuit();
     EXPECT_EQ(margin - 3, CaptureClient(Hwnd()).FirstDarkColumn(0, lineHeight));
 }

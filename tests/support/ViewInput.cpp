@@ -1,0 +1,46 @@
+#include "support/ViewInput.h"
+
+#include "view/MessageView.h"
+
+namespace testing_support {
+
+SCROLLINFO ScrollBarOf(HWND window, int bar)
+{
+    SCROLLINFO info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_ALL;
+    ::GetScrollInfo(window, bar, &info);
+    return info;
+}
+
+LRESULT SendKey(HWND window, WPARAM key, bool control)
+{
+    BYTE keys[256];
+    ::GetKeyboardState(keys);
+    keys[VK_CONTROL] = control ? 0x80 : 0;
+    ::SetKeyboardState(keys);
+    LRESULT result = ::SendMessageW(window, WM_KEYDOWN, key, 0);
+    keys[VK_CONTROL] = 0;
+    ::SetKeyboardState(keys);
+    return result;
+}
+
+LRESULT SendVScroll(HWND window, int request)
+{
+    return ::SendMessageW(window, WM_VSCROLL, MAKEWPARAM(request, 0), 0);
+}
+
+LRESULT SendHScroll(HWND window, int request, int thumb)
+{
+    return ::SendMessageW(window, WM_HSCROLL, MAKEWPARAM(request, thumb), 0);
+}
+
+std::wstring PageLine(const MessageView& view, int i)
+{
+    if (i < 0 || i >= view.PageCount())
+        return L"<none>";
+    const MessageRecord& record = view.Page()[i];
+    return std::wstring(record.text, wcsnlen(record.text, kMessageTextUnits));
+}
+
+} // namespace testing_support

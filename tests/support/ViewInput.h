@@ -1,0 +1,20 @@
+#pragma once
+#include <windows.h>
+
+#include <string>
+
+class MessageView;
+
+namespace testing_support {
+
+// What a user does to a scrolling view, sent straight to its window, and
+// what the test reads back.
+SCROLLINFO ScrollBarOf(HWND window, int bar);
+// WM_KEYDOWN with the Ctrl key held (as GetKeyState sees it) or not.
+LRESULT SendKey(HWND window, WPARAM key, bool control = false);
+LRESULT SendVScroll(HWND window, int request);
+LRESULT SendHScroll(HWND window, int request, int thumb = 0);
+// The text of page line `i`, or "<none>" outside the page.
+std::wstring PageLine(const MessageView& view, int i);
+
+} // namespace testing_support
