@@ -35,6 +35,17 @@ LRESULT SendHScroll(HWND window, int request, int thumb)
     return ::SendMessageW(window, WM_HSCROLL, MAKEWPARAM(request, thumb), 0);
 }
 
+int LineHeightOf(HFONT font)
+{
+    HDC dc = ::GetDC(nullptr);
+    HGDIOBJ old = ::SelectObject(dc, font);
+    TEXTMETRICW metrics;
+    ::GetTextMetricsW(dc, &metrics);
+    ::SelectObject(dc, old);
+    ::ReleaseDC(nullptr, dc);
+    return metrics.tmHeight + metrics.tmExternalLeading;
+}
+
 std::wstring PageLine(const MessageView& view, int i)
 {
     if (i < 0 || i >= view.PageCount())

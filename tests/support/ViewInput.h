@@ -14,6 +14,8 @@ SCROLLINFO ScrollBarOf(HWND window, int bar);
 LRESULT SendKey(HWND window, WPARAM key, bool control = false);
 LRESULT SendVScroll(HWND window, int request);
 LRESULT SendHScroll(HWND window, int request, int thumb = 0);
+// Height of one line of `font`: character height plus external leading.
+int LineHeightOf(HFONT font);
 // The text of page line `i`, or "<none>" outside the page.
 std::wstring PageLine(const MessageView& view, int i);
 

@@ -3,6 +3,7 @@
 #include "lang/ResourceIds.h"
 #include "ring/MessageRecord.h"
 #include "support/TestFiles.h"
+#include "support/ViewInput.h"
 #include "winlayer/Resources.h"
 
 HMODULE ViewFixture::english = nullptr;
@@ -42,13 +43,7 @@ void ViewFixture::SetUpTestSuite()
     face.lfCharSet = DEFAULT_CHARSET;
     winlayer::LoadText(IDS_FONT_FACE, face.lfFaceName, LF_FACESIZE);
     font = ::CreateFontIndirectW(&face);
-    HDC dc = ::GetDC(nullptr);
-    HGDIOBJ old = ::SelectObject(dc, font);
-    TEXTMETRICW metrics;
-    ::GetTextMetricsW(dc, &metrics);
-    ::SelectObject(dc, old);
-    ::ReleaseDC(nullptr, dc);
-    lineHeight = metrics.tmHeight + metrics.tmExternalLeading;
+    lineHeight = testing_support::LineHeightOf(font);
 
     WNDCLASSEXW wc = {};
     wc.hInstance = ::GetModuleHandleW(nullptr);

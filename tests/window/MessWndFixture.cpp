@@ -27,14 +27,9 @@ int MessWndFixture::FontLineHeight()
     font.lfCharSet = DEFAULT_CHARSET;
     ::lstrcpynW(font.lfFaceName, face, LF_FACESIZE);
     HFONT handle = ::CreateFontIndirectW(&font);
-    HDC dc = ::GetDC(nullptr);
-    HGDIOBJ old = ::SelectObject(dc, handle);
-    TEXTMETRICW metrics;
-    ::GetTextMetricsW(dc, &metrics);
-    ::SelectObject(dc, old);
-    ::ReleaseDC(nullptr, dc);
+    const int height = testing_support::LineHeightOf(handle);
     ::DeleteObject(handle);
-    return metrics.tmHeight + metrics.tmExternalLeading;
+    return height;
 }
 
 void MessWndFixture::SetUpTestSuite()
