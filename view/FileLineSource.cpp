@@ -24,10 +24,8 @@ bool FileLineSource::CloseFile()
 {
     if (file_ == INVALID_HANDLE_VALUE)
         return true;
-    if (!::CloseHandle(file_)) {
-        ReportBrowseError();
+    if (!::CloseHandle(file_))
         return false;
-    }
     file_ = INVALID_HANDLE_VALUE;
     return true;
 }
@@ -35,46 +33,57 @@ bool FileLineSource::CloseFile()
 bool FileLineSource::OpenFile()
 {
     file_ = OpenLogFile(filePath_, GENERIC_READ, OPEN_EXISTING, FILE_SHARE_READ | FILE_SHARE_WRITE);
-    if (file_ != INVALID_HANDLE_VALUE)
-        return true;
-    ReportBrowseError();
-    return false;
+    return file_ != INVALID_HANDLE_VALUE;
 }
 
-FileLineSource::Header FileLineSource::CheckHeader()
+FileLineSource::Header FileLineSource::ReadHeader()
 {
     unsigned char header[kLogHeaderTextBytes];
     switch (ReadLogHeader(file_, header)) {
     case HeaderRead::Complete:
-        break;
+        return IsNewerLogFormat(header, false) ? Header::Newer : Header::Accepted;
     case HeaderRead::TooShort:
         return Header::TooShort;
     default:
-        ReportBrowseError();
         return Header::Failed;
     }
-    if (!IsNewerLogFormat(header, false))
-        return Header::Accepted;
-    if (!CloseFile())
-        return Header::Failed;
+}
+
+void FileLineSource::RefuseNewerFormat() const
+{
     winlayer::ShowResourceBox(owner_, IDS_NEWER_FORMAT, IDS_ERROR_CAPTION, MB_ICONERROR);
-    return Header::Refused;
 }
 
 int FileLineSource::FillPage(int topLine, MessageRecord* page, int linesPerPage)
 {
-    if (!CloseFile() || !OpenFile())
+    if (!CloseFile() || !OpenFile()) {
+        ReportBrowseError();
         return 0;
+    }
     // In the failure paths below the handle stays open for the next
-    // operation to close, except after a refusal, which closed it.
-    if (CheckHeader() != Header::Accepted)
+    // operation to close, except after a refusal, which closes it.
+    switch (ReadHeader()) {
+    case Header::Accepted:
+        break;
+    case Header::TooShort:
         return 0;
+    case Header::Failed:
+        ReportBrowseError();
+        return 0;
+    case Header::Newer:
+        if (!CloseFile())
+            ReportBrowseError();
+        else
+            RefuseNewerFormat();
+        return 0;
+    }
     DWORD bytesRead = 0;
     if (!SeekLogFile(file_, (topLine + 1) * static_cast<LONG>(kRecordBytes), FILE_BEGIN) ||
         !::ReadFile(file_, page, linesPerPage * kRecordBytes, &bytesRead, nullptr)) {
         ReportBrowseError();
         return 0;
     }
-    CloseFile();
+    if (!CloseFile())
+        ReportBrowseError();
     return static_cast<int>(bytesRead / kRecordBytes);
 }

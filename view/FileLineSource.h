@@ -31,18 +31,21 @@ public:
     // reads the header slot as a line; below that the seek fails).
     int FillPage(int topLine, MessageRecord* page, int linesPerPage) override;
 
-    // Closes the handle an operation left open; false (after the report)
-    // when the close fails.
+    // The steps every operation on the file is made of.  None of them
+    // reports: each caller has its own order of reporting and stopping.
+    //
+    // Closes the handle an operation left open; on failure it stays held.
     bool CloseFile();
-    // Opens the file for reading into the held handle; reported on failure.
+    // Opens the file for reading into the held handle.
     bool OpenFile();
     HANDLE File() const { return file_; }
 
-    enum class Header { Accepted, Failed, TooShort, Refused };
-    // Reads the 32-byte header of the open file from its start and checks
-    // its version.  A failed seek or read is reported, a short header is
-    // not; a newer format is closed and refused with its message.
-    Header CheckHeader();
+    enum class Header { Accepted, Failed, TooShort, Newer };
+    // Reads the 32-byte header of the open file from its start and compares
+    // its version text, case-insensitively, with ours.
+    Header ReadHeader();
+    // The refusal of a file of a newer format, owned by the owner window.
+    void RefuseNewerFormat() const;
 
 private:
     HWND owner_ = nullptr;
