@@ -10,6 +10,11 @@ void ReportBrowseError()
     winlayer::ShowSystemErrorBox(::GetLastError(), IDS_ERROR_CAPTION);
 }
 
+HANDLE OpenSavedLog(const wchar_t* path)
+{
+    return OpenLogFile(path, GENERIC_READ, OPEN_EXISTING, FILE_SHARE_READ | FILE_SHARE_WRITE);
+}
+
 FileLineSource::~FileLineSource()
 {
     CloseFile();
@@ -32,7 +37,7 @@ bool FileLineSource::CloseFile()
 
 bool FileLineSource::OpenFile()
 {
-    file_ = OpenLogFile(filePath_, GENERIC_READ, OPEN_EXISTING, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    file_ = OpenSavedLog(filePath_);
     return file_ != INVALID_HANDLE_VALUE;
 }
 

@@ -9,6 +9,11 @@
 // knows nothing of a full disk.
 void ReportBrowseError();
 
+// Opens a saved log for reading: existing files only, sharing reading and
+// writing so that the log writer can go on appending to the log a browser
+// shows, with an inheritable handle.
+HANDLE OpenSavedLog(const wchar_t* path);
+
 // One saved log file as a list of lines, read from the file alone.  The file
 // is opened for each operation, sharing reading and writing so that the log
 // writer can go on appending to it, and closed again.

@@ -31,7 +31,7 @@ LRESULT CALLBACK MessageBoxRecorder::HookProc(int code, WPARAM wParam, LPARAM lP
             wchar_t caption[256] = {};
             ::GetDlgItemTextW(box, 0xFFFF, text, 1024);
             ::GetWindowTextW(box, caption, 256);
-            activeBoxes->push_back({text, caption});
+            activeBoxes->push_back({text, caption, ::GetWindow(box, GW_OWNER)});
             int button = ::GetDlgItem(box, IDOK) != nullptr ? IDOK : IDCANCEL;
             ::PostMessageW(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
                            reinterpret_cast<LPARAM>(::GetDlgItem(box, button)));

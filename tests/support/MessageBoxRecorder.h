@@ -13,6 +13,7 @@ public:
     struct Box {
         std::wstring text;
         std::wstring caption;
+        HWND owner;
     };
 
     MessageBoxRecorder();

@@ -1,0 +1,191 @@
+#include "browse/TextLogConversion.h"
+#include "lang/ResourceIds.h"
+#include "support/LogFileDecoder.h"
+#include "support/MessageBoxRecorder.h"
+#include "support/TestFiles.h"
+#include "winlayer/Resources.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <iterator>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace testing_support;
+
+SYSTEMTIME At(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD second)
+{
+    return {year, month, 0, day, hour, minute, second, 0};
+}
+
+// What a conversion writes: our header slot, then records of these stamps
+// and texts (a text holds the units an earlier one left behind its zero).
+std::vector<unsigned char> Image(const std::vector<std::pair<SYSTEMTIME, std::wstring>>& records)
+{
+    std::vector<unsigned char> image = MakeLogImage(L"7.000000", records.size());
+    for (size_t i = 0; i < records.size(); ++i)
+        PutLogRecord(image, i, records[i].second, records[i].first);
+    return image;
+}
+
+const std::string kPump = "2009-03-04 05:06:07 pump started\r\n";
+const std::vector<unsigned char> kPumpImage = Image({{At(2009, 3, 4, 5, 6, 7), L"pump started"}});
+
+HANDLE OpenSharing(const std::wstring& path, DWORD share)
+{
+    return ::CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr);
+}
+
+// Whether no one holds `path` open: an open that shares nothing succeeds.
+bool Unheld(const std::wstring& path)
+{
+    HANDLE file = OpenSharing(path, 0);
+    ::CloseHandle(file);
+    return file != INVALID_HANDLE_VALUE;
+}
+
+class TextLogConversionTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        winlayer::SetResourceModule(::LoadLibraryW((InstallDir() + L"\\Lang\\EN\\OrielEN.dll").c_str()));
+    }
+    ~TextLogConversionTest() override
+    {
+        if (logFile != INVALID_HANDLE_VALUE)
+            ::CloseHandle(logFile);
+        ::DestroyWindow(owner);
+    }
+
+    int Convert(const std::wstring& name, const std::string& text)
+    {
+        WriteFileBytes(dir / name, {text.begin(), text.end()});
+        return Convert(name);
+    }
+    int Convert(const std::wstring& name)
+    {
+        ::lstrcpynW(path, (dir / name).c_str(), MAX_PATH);
+        return ConvertTextLog(owner, path, logFile);
+    }
+    void ExpectOneBox(const std::wstring& text, HWND boxOwner)
+    {
+        wchar_t caption[128];
+        winlayer::LoadText(IDS_ERROR_CAPTION, caption, 128);
+        ASSERT_EQ(boxes.Boxes().size(), 1u);
+        EXPECT_EQ(boxes.Boxes()[0].text, text);
+        EXPECT_EQ(boxes.Boxes()[0].caption, caption);
+        EXPECT_EQ(boxes.Boxes()[0].owner, boxOwner);
+        boxes.Clear();
+    }
+
+    TempDir dir;
+    MessageBoxRecorder boxes;
+    HWND owner = ::CreateWindowExW(0, L"STATIC", L"browser", WS_OVERLAPPED, 0, 0, 99, 99, nullptr,
+                                   nullptr, nullptr, nullptr);
+    HANDLE logFile = INVALID_HANDLE_VALUE;
+    wchar_t path[MAX_PATH] = {};
+};
+
+TEST_F(TextLogConversionTest, EveryPieceOfALineBecomesARecord)
+{
+    const std::wstring a(107, L'a'), b(107, L'b'), nul(1, L'\0');
+    const std::pair<std::string, std::vector<unsigned char>> cases[] = {
+        {kPump + "2009-03-04 05:06:08 caf\xE9\n",
+         Image({{At(2009, 3, 4, 5, 6, 7), L"pump started"},
+                {At(2009, 3, 4, 5, 6, 8), L"caf\u00E9" + nul + L"started"}})},
+        {"", Image({})},
+        // 150 characters: 127, then the rest as a line of its own.
+        {"2009-03-04 05:06:07 " + std::string(107, 'a') + "2010-01-02 03:04:05 end\n",
+         Image({{At(2009, 3, 4, 5, 6, 7), a}, {At(2010, 1, 2, 3, 4, 5), L"end" + nul + a.substr(4)}})},
+        // 127 characters, then a line feed alone: a short line, whose stamp
+        // and text come from the buffer's stale tail.
+        {"2011-02-03 04:05:06 " + std::string(107, 'b') + "\r\n",
+         Image({{At(2011, 2, 3, 4, 5, 6), b}, {At(0, 2, 3, 4, 5, 6), b}})},
+    };
+    for (size_t i = 0; i < std::size(cases); ++i) {
+        SCOPED_TRACE(cases[i].first);
+        const std::wstring name = std::to_wstring(i);
+        ASSERT_EQ(Convert(name + L".log", cases[i].first), 1);
+        EXPECT_EQ(path, dir / (name + L"00.qxl"));
+        EXPECT_EQ(ReadFileBytes(path), cases[i].second);
+        EXPECT_EQ(logFile, INVALID_HANDLE_VALUE);
+        EXPECT_TRUE(Unheld(dir / (name + L".log")));
+    }
+    EXPECT_TRUE(boxes.Boxes().empty());
+}
+
+TEST_F(TextLogConversionTest, OnlyDotLogInAnyCaseIsConverted)
+{
+    ::SetCursor(::LoadCursorW(nullptr, IDC_ARROW));
+    ASSERT_EQ(Convert(L"day.txt", kPump), 1);
+    EXPECT_EQ(path, dir / L"day.txt");
+    EXPECT_FALSE(FileExists(dir / L"day00.qxl"));
+    EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_ARROW));
+    logFile = OpenSharing(path, FILE_SHARE_READ);  // the browser's, closed first
+    ASSERT_EQ(Convert(L"day.LOG", kPump), 1);
+    EXPECT_EQ(path, dir / L"day00.qxl");
+    EXPECT_EQ(ReadFileBytes(path), kPumpImage);
+    EXPECT_TRUE(Unheld(dir / L"day.txt"));
+    EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_WAIT));
+}
+
+TEST_F(TextLogConversionTest, EarlierConversionIsReusedOnlyWithExactlyOurHeader)
+{
+    ASSERT_EQ(Convert(L"day.log", kPump), 1);
+    ::SetCursor(::LoadCursorW(nullptr, IDC_ARROW));
+    ASSERT_EQ(Convert(L"day.log", kPump + kPump), 1);
+    EXPECT_EQ(path, dir / L"day00.qxl");
+    EXPECT_EQ(ReadFileBytes(path), kPumpImage);
+    EXPECT_EQ(logFile, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_ARROW));
+    for (const wchar_t* header : {L"", L"7.0", L"10.000000", L"7.000000x", L"7.00000000000000"}) {
+        WriteFileBytes(dir / L"day00.qxl", MakeLogImage(header, 3));
+        ASSERT_EQ(Convert(L"day.log"), 1) << header;
+        EXPECT_EQ(ReadFileBytes(path), Image({{At(2009, 3, 4, 5, 6, 7), L"pump started"},
+                                              {At(2009, 3, 4, 5, 6, 7), L"pump started"}}))
+            << header;
+    }
+}
+
+TEST_F(TextLogConversionTest, FailuresAreReportedEachToItsOwner)
+{
+    // A text log someone holds: the platform's text, in a box of no window.
+    WriteFileBytes(dir / L"day.log", {kPump.begin(), kPump.end()});
+    HANDLE lock = OpenSharing(dir / L"day.log", 0);
+    EXPECT_EQ(Convert(L"day.log"), 0);
+    ::CloseHandle(lock);
+    wchar_t text[256] = {};
+    ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                     ERROR_SHARING_VIOLATION, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT), text, 256,
+                     nullptr);
+    ExpectOneBox(text, nullptr);
+    // No stream left in the runtime: string 112 in a box of the browser.
+    std::vector<std::FILE*> taken;
+    while (std::FILE* stream = std::fopen("NUL", "r"))
+        taken.push_back(stream);
+    const int result = Convert(L"day.log");
+    for (std::FILE* stream : taken)
+        std::fclose(stream);
+    EXPECT_EQ(result, 0);
+    winlayer::LoadText(IDS_TEXTLOG_STREAM_FAILED, text, 256);
+    ExpectOneBox(text, owner);
+    EXPECT_EQ(logFile, INVALID_HANDLE_VALUE);
+    EXPECT_TRUE(Unheld(dir / L"day.log"));
+    EXPECT_FALSE(FileExists(dir / L"day00.qxl"));
+}
+
+TEST_F(TextLogConversionTest, UndeletableEarlierConversionFailsSilently)
+{
+    WriteFileBytes(dir / L"day00.qxl", MakeLogImage(L"6.000000", 1));
+    HANDLE keep = OpenSharing(dir / L"day00.qxl", FILE_SHARE_READ);  // but not deletion
+    EXPECT_EQ(Convert(L"day.log", kPump), 0);
+    ::CloseHandle(keep);
+    EXPECT_EQ(ReadFileBytes(dir / L"day00.qxl"), MakeLogImage(L"6.000000", 1));
+    EXPECT_TRUE(boxes.Boxes().empty());
+}
+
+} // namespace
