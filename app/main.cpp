@@ -46,6 +46,7 @@ void CreateAndShowMainWindow(HINSTANCE instance, HMODULE language)
         icon = ::LoadIconW(language, MAKEINTRESOURCEW(IDI_ORIEL));
 
     messWnd.SetAboutText(logInfoConfig.aboutText);
+    messWnd.SetIconFileName(logInfoConfig.iconFileName);
     exeModule.lineSink = &messWnd;
     CMessWnd::RegisterClass(instance, className, icon);
     // When creation fails the process goes on without a window.

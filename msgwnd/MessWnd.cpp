@@ -50,6 +50,15 @@ CMessWnd::~CMessWnd()
     if (printerDevNames != nullptr)
         printerDevNames = ::GlobalFree(printerDevNames);
     writer.CloseCurrentFile();
+    // The browsers go last, in the order they were opened; a browser whose
+    // window is gone already ignores the close request.
+    for (std::unique_ptr<CBrowseWnd>& browser : browserWindows) {
+        if (browser == nullptr)
+            continue;
+        ::SendMessageW(browser->Handle(), WM_CLOSE, 0, 0);
+        browser.reset();
+    }
+    browserWindows.clear();
 }
 
 winlayer::MessageTable<CMessWnd> CMessWnd::Messages()

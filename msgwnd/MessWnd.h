@@ -2,6 +2,10 @@
 #include <windows.h>
 #include <commdlg.h>
 
+#include <memory>
+#include <vector>
+
+#include "browse/BrowseWnd.h"
 #include "log/LogHost.h"
 #include "log/LogWriter.h"
 #include "msgwnd/MessAtom.h"
@@ -37,12 +41,15 @@ public:
 
     // Shown by the About dialog; owned by start-up.
     void SetAboutText(const wchar_t* text) { aboutText = text; }
+    // The suite's window icon file, for the browsers; owned by start-up.
+    void SetIconFileName(const wchar_t* name) { iconFileName = name; }
 
     // Read access for tests and the benchmark.
     const MessageRing& Ring() const { return ring; }
     const LogWriter& Writer() const { return writer; }
     LogWriter& Writer() { return writer; }
     const MessageView& View() const { return view; }
+    const std::vector<std::unique_ptr<CBrowseWnd>>& Browsers() const { return browserWindows; }
 
 private:
     LRESULT OnCreate(WPARAM, LPARAM, bool& handled);
@@ -86,6 +93,10 @@ private:
     CHOOSEFONTW fontDialogStateCopy = {};
     HFONT viewFont = nullptr;
     const wchar_t* aboutText = L"";
+    const wchar_t* iconFileName = L"";
+
+    // Every browser opened, in order, kept until the end of the process.
+    std::vector<std::unique_ptr<CBrowseWnd>> browserWindows;
 
     // Print settings, kept for the window's life.
     HGLOBAL printerDevMode = nullptr;

@@ -6,7 +6,6 @@
 LRESULT CMessWnd::OnFont(WPARAM, LPARAM, bool&) { return 0; }
 LRESULT CMessWnd::OnSaveDirectory(WPARAM, LPARAM, bool&) { return 0; }
 LRESULT CMessWnd::OnSaveParams(WPARAM, LPARAM, bool&) { return 0; }
-LRESULT CMessWnd::OnOpenLog(WPARAM, LPARAM, bool&) { return 0; }
 LRESULT CMessWnd::OnPrint(WPARAM, LPARAM, bool&) { return 0; }
 LRESULT CMessWnd::OnPrintSetup(WPARAM, LPARAM, bool&) { return 0; }
 LRESULT CMessWnd::OnExportText(WPARAM, LPARAM, bool&) { return 0; }

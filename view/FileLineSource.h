@@ -44,6 +44,9 @@ public:
     // Opens the file for reading into the held handle.
     bool OpenFile();
     HANDLE File() const { return file_; }
+    // The held handle itself, for the text-log conversion, which uses it
+    // for the text log and may leave a file in it for the next close.
+    HANDLE& FileSlot() { return file_; }
 
     enum class Header { Accepted, Failed, TooShort, Newer };
     // Reads the 32-byte header of the open file from its start and compares
