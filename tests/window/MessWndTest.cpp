@@ -4,6 +4,7 @@
 #include <shlwapi.h>
 
 #include "lang/ResourceIds.h"
+#include "support/DialogAnswerer.h"
 #include "support/LogFileDecoder.h"
 #include "winlayer/Resources.h"
 
@@ -359,4 +360,31 @@ TEST_F(MessWndFixture, AboutBoxShowsTheSuitesAboutText)
     ::SetTimer(nullptr, 0, 50, &AnswerAboutBox);
     EXPECT_EQ(0, ::SendMessageW(Hwnd(), WM_COMMAND, MAKEWPARAM(IDM_ABOUT, 0), 0));
     EXPECT_EQ(L"Line 1 of the suite's about text", aboutSeen);
+}
+
+TEST_F(MessWndFixture, FontCommandLaysTheViewOutAgainEvenAfterCancel)
+{
+    WriteLog(200);
+    WriteSettings("");
+    CreateWindowWithRoom(20);
+    const int lines = window->View().LinesPerPage();
+    testing_support::SendHScroll(Hwnd(), SB_THUMBPOSITION, 30);
+    ASSERT_EQ(30, window->View().HorizontalPosition());
+
+    {
+        testing_support::DialogAnswerer cancel({testing_support::CancelDialog});
+        ::SendMessageW(Hwnd(), WM_COMMAND, IDM_FONT, 0);
+        EXPECT_EQ(1u, cancel.Shown());
+    }
+    EXPECT_EQ(0, window->View().HorizontalPosition()) << "back to the left edge";
+    EXPECT_EQ(lines, window->View().LinesPerPage());
+
+    testing_support::DialogAnswerer larger({[](HWND dialog) {
+        ::SendDlgItemMessageW(dialog, 0x472, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"24"));
+        ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(0x472, CBN_EDITCHANGE),
+                       reinterpret_cast<LPARAM>(::GetDlgItem(dialog, 0x472)));
+        testing_support::ClickButton(dialog, IDOK);
+    }});
+    ::SendMessageW(Hwnd(), WM_COMMAND, IDM_FONT, 0);
+    EXPECT_LT(window->View().LinesPerPage(), lines) << "a larger font holds fewer lines";
 }
