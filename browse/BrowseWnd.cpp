@@ -167,8 +167,11 @@ LRESULT CBrowseWnd::OnClose(WPARAM, LPARAM, bool& handled)
 {
     ::KillTimer(hwnd_, kFollowTimer);
     FreePrinterSettings();
-    if (!lines.CloseFile())
+    if (!lines.CloseFile()) {
         ReportBrowseError();
+        // Given up on: the window goes, and nothing will use it again.
+        lines.FileSlot() = INVALID_HANDLE_VALUE;
+    }
     // The default handling destroys the window; the object stays.
     handled = false;
     return 0;
