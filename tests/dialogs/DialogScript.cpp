@@ -27,7 +27,12 @@ DialogScript::~DialogScript()
 
 DialogScript& DialogScript::Then(Step step)
 {
-    steps_.push_back(std::move(step));
+    return ThenWhen([](HWND) { return true; }, std::move(step));
+}
+
+DialogScript& DialogScript::ThenWhen(std::function<bool(HWND window)> ready, Step step)
+{
+    steps_.push_back({std::move(ready), std::move(step)});
     return *this;
 }
 
@@ -59,9 +64,15 @@ void DialogScript::OnWaiting(HWND window)
         Click(window, ::GetDlgItem(window, IDCANCEL) != nullptr ? IDCANCEL : IDOK);
         return;
     }
-    Step step = std::move(steps_.front());
-    steps_.pop_front();
-    step(window);
+    constexpr int kMaxWaits = 500;
+    if (!steps_.front().ready(window) && ++waits_ < kMaxWaits) {
+        ::Sleep(10);
+    } else {
+        waits_ = 0;
+        Step step = std::move(steps_.front().step);
+        steps_.pop_front();
+        step(window);
+    }
     // Wakes the loop, so the next step comes even after a step that only looked.
     ::PostMessageW(window, WM_NULL, 0, 0);
 }

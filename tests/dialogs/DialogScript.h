@@ -25,6 +25,9 @@ public:
 
     HWND Owner() const { return owner_; }
     DialogScript& Then(Step step);
+    // A step that waits, for a few seconds at most, until `ready` says the
+    // window is ready for it (for dialogs that finish setting up later).
+    DialogScript& ThenWhen(std::function<bool(HWND window)> ready, Step step);
     // Whether every step ran and nothing had to be cancelled.
     bool Finished() const { return steps_.empty() && !cancelled_; }
 
@@ -36,7 +39,12 @@ private:
     HWND owner_ = nullptr;
     HHOOK idleHook_ = nullptr;
     HHOOK activationHook_ = nullptr;
-    std::deque<Step> steps_;
+    struct Entry {
+        std::function<bool(HWND)> ready;
+        Step step;
+    };
+    std::deque<Entry> steps_;
+    int waits_ = 0;
     bool cancelled_ = false;
 };
 

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#include "dialogs/FolderBrowser.h"
 #include "dialogs/SavePathDlg.h"
 
 namespace {
@@ -106,41 +107,73 @@ TEST_F(SavePathDialog, FailedCreationIsReportedWithThePath)
 // The folder browser's status line (the same control on Windows and Wine).
 constexpr int kBrowserStatus = 0x3743;
 
-TEST_F(SavePathDialog, BrowserStartsInTheCurrentDirectoryAndFillsThePath)
+// What BrowseCallback asks of a browser, recorded by a stand-in window.
+struct BrowserRequests {
+    std::wstring selection;
+    std::wstring status;
+};
+
+LRESULT CALLBACK FakeBrowserProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    auto* requests = reinterpret_cast<BrowserRequests*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message == BFFM_SETSELECTIONW && wParam == TRUE)
+        requests->selection = reinterpret_cast<const wchar_t*>(lParam);
+    else if (message == BFFM_SETSTATUSTEXTW)
+        requests->status = reinterpret_cast<const wchar_t*>(lParam);
+    return ::DefWindowProcW(window, message, wParam, lParam);
+}
+
+TEST_F(SavePathDialog, BrowserStartsInTheCurrentDirectoryAndShowsCompactedSelections)
+{
+    WNDCLASSW wc = {};
+    wc.lpfnWndProc = FakeBrowserProc;
+    wc.lpszClassName = L"OrielFakeBrowser";
+    ::RegisterClassW(&wc);
+    BrowserRequests requests;
+    HWND browser = ::CreateWindowW(L"OrielFakeBrowser", L"", WS_POPUP, 0, 0, 200, 100, nullptr,
+                                   nullptr, nullptr, nullptr);
+    ::SetWindowLongPtrW(browser, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&requests));
+
     wchar_t previous[MAX_PATH];
     ::GetCurrentDirectoryW(MAX_PATH, previous);
     ::SetCurrentDirectoryW(dir.Path().c_str());
-    std::wstring status;
-    script.Then([](HWND dialog) { Click(dialog, IDC_SAVE_PATH_BROWSE); })
-        .Then([&](HWND browser) {
-            status = ItemText(browser, kBrowserStatus);
-            Click(browser, IDOK);
-        })
-        .Then([&](HWND dialog) {
-            EXPECT_EQ(dir.Path(), ItemText(dialog, IDC_SAVE_PATH));
-            Click(dialog, IDCANCEL);
-        });
-    EXPECT_EQ(IDCANCEL, Run(L"C:\\elsewhere"));
-    EXPECT_EQ(dir.Path(), status);
-    EXPECT_TRUE(script.Finished());
+    EXPECT_EQ(0, BrowseCallback(browser, BFFM_INITIALIZED, 0, 0));
     ::SetCurrentDirectoryW(previous);
+    EXPECT_EQ(dir.Path(), requests.selection);
+
+    const std::wstring deep = dir / L"a folder name far too long for two hundred pixels";
+    ::CreateDirectoryW(deep.c_str(), nullptr);
+    ::CreateDirectoryW((deep + L"\\logs").c_str(), nullptr);
+    PIDLIST_ABSOLUTE item = ::ILCreateFromPathW((deep + L"\\logs").c_str());
+    EXPECT_EQ(0, BrowseCallback(browser, BFFM_SELCHANGED, reinterpret_cast<LPARAM>(item), 0));
+    ::ILFree(item);
+    EXPECT_NE(std::wstring::npos, requests.status.find(L"...\\logs")) << requests.status;
+    HDC dc = ::GetDC(browser);
+    SIZE extent;
+    ::GetTextExtentPoint32W(dc, requests.status.c_str(), static_cast<int>(requests.status.size()),
+                            &extent);
+    ::ReleaseDC(browser, dc);
+    RECT client;
+    ::GetClientRect(browser, &client);
+    EXPECT_LE(extent.cx, client.right - 5);
+    ::DestroyWindow(browser);
 }
 
-TEST_F(SavePathDialog, LongBrowsedPathsAreShortenedToFit)
+TEST_F(SavePathDialog, BrowsedPathFillsTheEditShortenedToFit)
 {
     std::wstring deep = dir.Path();
     for (int level = 0; level < 4; ++level) {
         deep += L"\\a rather long folder name number " + std::to_wstring(level);
         ASSERT_TRUE(::CreateDirectoryW(deep.c_str(), nullptr));
     }
-    std::wstring status;
+    // Wine's browser now and then fails to find a folder it is asked to
+    // select; asking again finds it.
+    auto selectDeep = [&](HWND browser) {
+        ::SendMessageW(browser, BFFM_SETSELECTIONW, TRUE, (LPARAM)deep.c_str());
+        return ItemText(browser, kBrowserStatus).find(L"number 3") != std::wstring::npos;
+    };
     script.Then([](HWND dialog) { Click(dialog, IDC_SAVE_PATH_BROWSE); })
-        .Then([&](HWND browser) {
-            ::SendMessageW(browser, BFFM_SETSELECTIONW, TRUE, (LPARAM)deep.c_str());
-            status = ItemText(browser, kBrowserStatus);
-            Click(browser, IDOK);
-        })
+        .ThenWhen(selectDeep, [](HWND browser) { Click(browser, IDOK); })
         .Then([&](HWND dialog) {
             const std::wstring shown = ItemText(dialog, IDC_SAVE_PATH);
             EXPECT_NE(std::wstring::npos, shown.find(L"...")) << shown;
@@ -148,7 +181,6 @@ TEST_F(SavePathDialog, LongBrowsedPathsAreShortenedToFit)
             Click(dialog, IDCANCEL);
         });
     EXPECT_EQ(IDCANCEL, Run());
-    EXPECT_NE(std::wstring::npos, status.find(L"...")) << status;
     EXPECT_TRUE(script.Finished());
 }
 
