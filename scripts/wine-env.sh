@@ -19,7 +19,7 @@ oriel_cleanup() {
 trap oriel_cleanup EXIT
 
 # Raised whenever the settings below change, so existing prefixes get them.
-ORIEL_PREFIX_SETTINGS=2
+ORIEL_PREFIX_SETTINGS=3
 
 wine_prefix_setup() {
   if [ "$(cat "$WINEPREFIX/.oriel-ready" 2>/dev/null)" = "$ORIEL_PREFIX_SETTINGS" ]; then
@@ -35,11 +35,15 @@ wine_prefix_setup() {
     cp -n /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
   fi
   # Chinese in menus, captions and dialogs needs font links to a CJK font.
+  # The bitmap strikes of the Sharp face keep small dialog text legible.
   local face
   for face in "Tahoma" "Tahoma Bold" "MS Shell Dlg" "MS Shell Dlg 2" "Microsoft Sans Serif"; do
     wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' \
-      /v "$face" /t REG_MULTI_SZ /d "wqy-zenhei.ttc,WenQuanYi Zen Hei" /f >/dev/null 2>&1
+      /v "$face" /t REG_MULTI_SZ /d "wqy-zenhei.ttc,WenQuanYi Zen Hei Sharp" /f >/dev/null 2>&1
   done
+  # Edit boxes draw through Uniscribe, which ignores font links: it falls back
+  # per script, and has no font of its own for Han (tag "hani", 0x696e6168).
+  wine reg add 'HKCU\Software\Wine\Uniscribe\Fallback' /v 696e6168 /d "WenQuanYi Zen Hei Sharp" /f >/dev/null 2>&1
   wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "Courier New" /d "Liberation Mono" /f >/dev/null 2>&1
   # The Chinese view font: the bitmap strikes of this face stay crisp at 12
   # pixels, hyphens included, where the outline face drops them.
