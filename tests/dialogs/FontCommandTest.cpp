@@ -56,23 +56,4 @@ TEST_F(FontCommand, CancelStillRemakesTheViewFontAndResetsThePrintFont)
     EXPECT_EQ(-12, logFont.lfHeight);
 }
 
-TEST_F(FontCommand, ChosenFontBecomesViewAndPrintFont)
-{
-    // Face and size lists of the common font dialog.
-    constexpr int kFaceList = 0x470;
-    constexpr int kSizeList = 0x472;
-    script.Then([](HWND fontDialog) {
-        ::SendDlgItemMessageW(fontDialog, kFaceList, CB_SELECTSTRING, -1, (LPARAM)L"Tahoma");
-        ::SendMessageW(fontDialog, WM_COMMAND, MAKEWPARAM(kFaceList, CBN_SELCHANGE),
-                       (LPARAM)::GetDlgItem(fontDialog, kFaceList));
-        ::SendDlgItemMessageW(fontDialog, kSizeList, CB_SELECTSTRING, -1, (LPARAM)L"14");
-        ::SendMessageW(fontDialog, WM_COMMAND, MAKEWPARAM(kSizeList, CBN_SELCHANGE),
-                       (LPARAM)::GetDlgItem(fontDialog, kSizeList));
-        Click(fontDialog, IDOK);
-    });
-    RunAndExpectPrintFontReset();
-    EXPECT_STREQ(L"Tahoma", logFont.lfFaceName);
-    EXPECT_NE(-12, logFont.lfHeight);
-}
-
 } // namespace

@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "dialogs/DirectoryChain.h"
 #include "dialogs/PathRules.h"
 #include "support/TestFiles.h"
 
@@ -56,34 +55,6 @@ TEST(SavePathRules, RelativePathsAreMadeAbsoluteAgainstTheCurrentDirectory)
     EXPECT_EQ(dir / L"logs\\sub", Normalized(L"logs\\sub"));
     EXPECT_EQ(dir / L"up", Normalized(L".\\x\\..\\up"));
     ::SetCurrentDirectoryW(previous);
-}
-
-TEST(SavePathRules, ComponentsAndComparison)
-{
-    wchar_t text[] = L"\t two words \r\n";
-    TrimSpaces(text);
-    EXPECT_STREQ(L"two words", text);
-    EXPECT_TRUE(IsValidPathComponent(L"logs 2026"));
-    EXPECT_FALSE(IsValidPathComponent(L""));
-    for (const wchar_t* bad : {L":", L"*", L"?", L"\"", L"<", L">", L"|", L"\\", L"/"})
-        EXPECT_FALSE(IsValidPathComponent((std::wstring(L"a") + bad + L"b").c_str())) << bad;
-    EXPECT_TRUE(SameSaveDirectory(L"c:\\LOG", L"C:\\log"));
-    EXPECT_FALSE(SameSaveDirectory(L"C:\\log", L"C:\\log2"));
-}
-
-TEST(CreateDirectoryChain, CreatesEveryMissingLevel)
-{
-    testing_support::TempDir dir;
-    wchar_t path[MAX_PATH];
-    ::lstrcpynW(path, (dir / L"a\\b\\c\\").c_str(), MAX_PATH);
-    EXPECT_NE(0, CreateDirectoryChain(path));
-    EXPECT_EQ(dir / L"a\\b\\c", path);
-    EXPECT_TRUE(::GetFileAttributesW(path) & FILE_ATTRIBUTE_DIRECTORY);
-    EXPECT_NE(0, CreateDirectoryChain(path));  // existing: success, nothing to do
-
-    testing_support::WriteFileBytes(dir / L"file", {});
-    ::lstrcpynW(path, (dir / L"file\\sub").c_str(), MAX_PATH);
-    EXPECT_EQ(0, CreateDirectoryChain(path));
 }
 
 } // namespace

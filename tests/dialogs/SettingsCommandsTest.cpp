@@ -1,61 +1,28 @@
 #include "DialogFixture.h"
 
-#include <string>
-#include <vector>
-
 #include "dialogs/SaveParamDlg.h"
-#include "dialogs/SavePathDlg.h"
 #include "dialogs/SettingsCommands.h"
+#include "dialogs/WriterLogSettings.h"
+#include "lang/ResourceIds.h"
+#include "log/WriterFixture.h"
 
 namespace {
 
-// The writer's settings as the commands change them: every change and every
-// start of a new file is one event; a start also records what the settings
-// file says at that moment.
-class RecordingSettings : public LogSettings {
-public:
-    RecordingSettings(std::wstring directory, std::wstring settingsPath)
-        : directory_(std::move(directory)), settingsPath_(std::move(settingsPath))
-    {
-    }
-    std::vector<std::wstring> events;
-    int startResult = 1;
-
-    const wchar_t* SaveDirectory() const override { return directory_.c_str(); }
-    void SetSaveDirectory(const wchar_t* directory) override
-    {
-        directory_ = directory;
-        events.push_back(L"directory " + directory_);
-    }
-    int StartNewLogFile() override
-    {
-        wchar_t written[MAX_PATH] = {};
-        ::GetPrivateProfileStringW(L"save", L"savedirectory", L"", written, MAX_PATH,
-                                   settingsPath_.c_str());
-        events.push_back(L"start, file says " + std::wstring(written));
-        return startResult;
-    }
-    SaveParameters Parameters() const override { return {30, 4294967295u, 7}; }
-    void SetParameters(const SaveParameters& p) override
-    {
-        events.push_back(L"parameters " + std::to_wstring(p.saveDays) + L" " +
-                         std::to_wstring(p.saveTime) + L" " + std::to_wstring(p.logSize));
-    }
-
-private:
-    std::wstring directory_;
-    std::wstring settingsPath_;
-};
-
-class SettingsCommands : public DialogFixture {
+// The two commands on a real log writer, as the main window runs them.
+class SettingsCommands : public WriterTest {
 protected:
-    std::string SettingsFile() const
+    std::wstring Setting(const wchar_t* key) const
     {
-        const std::vector<unsigned char> bytes = testing_support::ReadFileBytes(settingsPath);
-        return std::string(bytes.begin(), bytes.end());
+        wchar_t value[MAX_PATH] = {};
+        ::GetPrivateProfileStringW(L"save", key, L"", value, MAX_PATH, settingsPath.c_str());
+        return value;
     }
-    const std::wstring settingsPath = dir / L"ShowMess.ini";
-    RecordingSettings settings{L"C:\\old", settingsPath};
+    void RunSaveDirectory() { RunSaveDirectoryCommand(script.Owner(), settingsPath.c_str(), settings); }
+    void RunSaveParams() { RunSaveParamsCommand(script.Owner(), settingsPath.c_str(), settings); }
+
+    DialogScript script;
+    WriterLogSettings settings{writer};
+    const std::wstring settingsPath = PathOf(L"ShowMess.ini");
 };
 
 DialogScript::Step TypeAndOk(int id, const std::wstring& text)
@@ -66,45 +33,61 @@ DialogScript::Step TypeAndOk(int id, const std::wstring& text)
     };
 }
 
-TEST_F(SettingsCommands, UnchangedDirectoryInAnotherCaseChangesNothing)
+TEST_F(SettingsCommands, UnchangedDirectoryTypedInAnotherCaseChangesNothing)
 {
-    settings.SetSaveDirectory(dir.Path().c_str());
-    settings.events.clear();
+    Open();
     std::wstring typed = dir.Path();
     ::CharUpperW(&typed[0]);
     script.Then(TypeAndOk(IDC_SAVE_PATH, typed));
-    RunSaveDirectoryCommand(script.Owner(), settingsPath.c_str(), settings);
+    RunSaveDirectory();
     EXPECT_TRUE(script.Finished());
-    EXPECT_TRUE(settings.events.empty());
+    EXPECT_TRUE(host.events.empty());
+    EXPECT_EQ(dir.Path(), writer.SaveDirectory());
     EXPECT_FALSE(testing_support::FileExists(settingsPath));
 }
 
-TEST_F(SettingsCommands, NewDirectoryIsStoredWrittenAndStartedIn)
+TEST_F(SettingsCommands, NewDirectoryIsWrittenAndTakesTheNextLinesAtOnce)
 {
-    script.Then(TypeAndOk(IDC_SAVE_PATH, dir.Path() + L"\\"));
-    RunSaveDirectoryCommand(script.Owner(), settingsPath.c_str(), settings);
+    Open();
+    AddLines(0, 3);
+    const std::wstring created = PathOf(L"new");
+    script.Then(TypeAndOk(IDC_SAVE_PATH, created))
+        .Then(ExpectBox(Box(IDS_SAVEPATH_CREATE_CAPTION, Text(IDS_SAVEPATH_CREATE_ASK, created),
+                            L"question", L"ok cancel")));
+    RunSaveDirectory();
     EXPECT_TRUE(script.Finished());
-    const std::vector<std::wstring> expected = {L"directory " + dir.Path(),
-                                                L"start, file says " + dir.Path()};
-    EXPECT_EQ(expected, settings.events);
+    EXPECT_EQ(created, Setting(L"savedirectory"));
+    EXPECT_EQ(NewFileEvents(), host.events);
+    EXPECT_EQ(created + L"\\" + kCurrentName, writer.LogFilePath());
+    EXPECT_EQ(3u, ReadLog().records.size());  // the pending lines went into the old file
+
+    AddLines(3, 2);
+    ASSERT_EQ(1, writer.FlushPending(ring->PendingCount()));
+    const DecodedLog fresh = DecodeLog(testing_support::ReadFileBytes(writer.LogFilePath()));
+    ASSERT_EQ(2u, fresh.records.size());
+    EXPECT_EQ(LineText(4), fresh.records[1].text);
 }
 
-TEST_F(SettingsCommands, FailedStartIsReportedAndTheDirectoryStays)
+TEST_F(SettingsCommands, FailedNewFileIsReportedAndTheDirectoryStays)
 {
-    settings.startResult = 0;
-    script.Then(TypeAndOk(IDC_SAVE_PATH, dir.Path()))
-        .Then([&](HWND box) {
-            EXPECT_EQ(script.Owner(), ::GetWindow(box, GW_OWNER));
-            ExpectBox(Box(IDS_ERROR_CAPTION, Text(IDS_NEW_LOG_FAILED), L"error"))(box);
-        });
-    RunSaveDirectoryCommand(script.Owner(), settingsPath.c_str(), settings);
+    Open();
+    // An existing file passes as a directory, but no log file can be made in it.
+    const std::wstring file = PathOf(L"file");
+    testing_support::WriteFileBytes(file, {});
+    script.Then(TypeAndOk(IDC_SAVE_PATH, file)).Then([&](HWND box) {
+        EXPECT_EQ(script.Owner(), ::GetWindow(box, GW_OWNER));
+        ExpectBox(Box(IDS_ERROR_CAPTION, Text(IDS_NEW_LOG_FAILED), L"error"))(box);
+    });
+    RunSaveDirectory();
     EXPECT_TRUE(script.Finished());
-    EXPECT_EQ(2u, settings.events.size());
-    EXPECT_EQ(dir.Path(), settings.SaveDirectory());
+    EXPECT_EQ(file, writer.SaveDirectory());
+    EXPECT_EQ(file, Setting(L"savedirectory"));
+    EXPECT_EQ(PathOf(kCurrentName), writer.LogFilePath());
 }
 
-TEST_F(SettingsCommands, ParametersShowAsUnsignedAndAreWrittenInOrderOnOk)
+TEST_F(SettingsCommands, ParametersShowAsUnsignedAndAreWrittenInOrder)
 {
+    writer.SetSettings(30, 4294967295u, 7);
     script.Then([](HWND dialog) {
         EXPECT_EQ(L"4294967295", ItemText(dialog, IDC_SAVE_TIME));
         EXPECT_EQ(L"30", ItemText(dialog, IDC_SAVE_DAYS));
@@ -114,43 +97,45 @@ TEST_F(SettingsCommands, ParametersShowAsUnsignedAndAreWrittenInOrderOnOk)
         Type(dialog, IDC_LOG_SIZE, L"");
         Click(dialog, IDOK);
     });
-    RunSaveParamsCommand(script.Owner(), settingsPath.c_str(), settings);
+    RunSaveParams();
     EXPECT_TRUE(script.Finished());
-    EXPECT_EQ(std::vector<std::wstring>{L"parameters 2147483647 42 0"}, settings.events);
-    EXPECT_EQ("[save]\r\nsavedays=2147483647\r\nsavetime=42\r\nlogsize=0\r\n", SettingsFile());
+    EXPECT_EQ(2147483647u, writer.SaveDays());
+    EXPECT_EQ(42u, writer.SaveTime());
+    EXPECT_EQ(0u, writer.LogSize());
+    const std::vector<unsigned char> bytes = testing_support::ReadFileBytes(settingsPath);
+    EXPECT_EQ("[save]\r\nsavedays=2147483647\r\nsavetime=42\r\nlogsize=0\r\n",
+              std::string(bytes.begin(), bytes.end()));
 }
 
 TEST_F(SettingsCommands, RefusedFieldKeepsTheDialogAndCancelChangesNothing)
 {
-    const std::wstring rangeBox = std::wstring(L"|") + kSettingRangeMessage + L"|none|ok";
     script.Then([](HWND dialog) {
               Type(dialog, IDC_SAVE_TIME, L"5");
               Type(dialog, IDC_SAVE_DAYS, L"3000000000");
               Click(dialog, IDOK);
           })
-        .Then(ExpectBox(rangeBox))
+        .Then(ExpectBox(std::wstring(L"|") + kSettingRangeMessage + L"|none|ok"))
         .Then([](HWND dialog) { Click(dialog, IDCANCEL); });
-    RunSaveParamsCommand(script.Owner(), settingsPath.c_str(), settings);
+    RunSaveParams();
     EXPECT_TRUE(script.Finished());
-    EXPECT_TRUE(settings.events.empty());
+    EXPECT_EQ(600u, writer.SaveTime());
+    EXPECT_EQ(10u, writer.SaveDays());
     EXPECT_FALSE(testing_support::FileExists(settingsPath));
 }
 
-TEST_F(SettingsCommands, EachRefusedFieldStopsTheCheckThere)
+TEST_F(SettingsCommands, NewLogSizeTakesEffectAtTheNextSizeCheck)
 {
-    CSaveParamDlg dialog;
-    const std::wstring rangeBox = std::wstring(L"|") + kSettingRangeMessage + L"|none|ok";
-    script.Then(TypeAndOk(IDC_LOG_SIZE, L"12345678901"))
-        .Then(ExpectBox(rangeBox))
-        .Then(TypeAndOk(IDC_LOG_SIZE, L"-1"))
-        .Then(ExpectBox(rangeBox))
-        .Then(TypeAndOk(IDC_LOG_SIZE, L"12abc"));
-    dialog.saveDays = 0;
-    EXPECT_EQ(IDOK, dialog.DoModal(script.Owner()));
+    Open();
+    EXPECT_EQ(0, writer.OnTimer(SizeTimer));
+    script.Then(TypeAndOk(IDC_LOG_SIZE, L"0"));
+    RunSaveParams();
     EXPECT_TRUE(script.Finished());
-    EXPECT_EQ(600u, dialog.saveTime);
-    EXPECT_EQ(0u, dialog.saveDays);
-    EXPECT_EQ(12u, dialog.logSize);
+    EXPECT_TRUE(host.events.empty());  // the command itself rolls nothing over
+
+    testNow = LocalTime(2026, 3, 3, 14, 6);
+    EXPECT_EQ(0, writer.OnTimer(SizeTimer));
+    EXPECT_EQ(NewFileEvents(), host.events);
+    EXPECT_EQ(PathOf(L"2603031406.qxl"), writer.LogFilePath());
 }
 
 } // namespace
