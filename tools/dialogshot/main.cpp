@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cwchar>
 #include <string>
 #include <vector>
 
@@ -63,7 +64,8 @@ int wmain(int argc, wchar_t** argv)
         const std::wstring argument = argv[i];
         const std::size_t equals = argument.find(L'=');
         if (equals != std::wstring::npos)
-            samples.push_back({std::wcstol(argument.c_str(), nullptr, 10), argument.substr(equals + 1)});
+            samples.push_back({static_cast<int>(std::wcstol(argument.c_str(), nullptr, 10)),
+                               argument.substr(equals + 1)});
     }
     const INT_PTR result =
         ::DialogBoxParamW(module, MAKEINTRESOURCEW(std::wcstol(argv[2], nullptr, 10)), nullptr,
