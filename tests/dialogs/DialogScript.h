@@ -25,8 +25,9 @@ public:
 
     HWND Owner() const { return owner_; }
     DialogScript& Then(Step step);
-    // A step that waits, for a few seconds at most, until `ready` says the
-    // window is ready for it (for dialogs that finish setting up later).
+    // A step that waits until `ready` says the window is ready for it, for a
+    // few seconds at most; `ready` may also retry something that does not
+    // always take the first time.
     DialogScript& ThenWhen(std::function<bool(HWND window)> ready, Step step);
     // Whether every step ran and nothing had to be cancelled.
     bool Finished() const { return steps_.empty() && !cancelled_; }
