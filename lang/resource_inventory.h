@@ -142,6 +142,15 @@ inline constexpr StringLimit kStringLimits[] = {
     {IDS_PRINT_CAPTION, 63},
     {IDS_NEWER_FORMAT, 255},
     {IDS_DISK_FULL_NOTICE, 127},
+    {IDS_SAVEPATH_CAPTION, 63},
+    {IDS_SAVEPATH_EMPTY, 255},
+    {IDS_SAVEPATH_CREATE_CAPTION, 63},
+    {IDS_SAVEPATH_CREATE_ASK, 255},
+    {IDS_SAVEPATH_CREATE_FAILED, 255},
+    {IDS_SAVEPATH_INVALID, 255},
+    {IDS_SAVEPATH_READONLY_CAPTION, 63},
+    {IDS_SAVEPATH_READONLY, 255},
+    {IDS_NEW_LOG_FAILED, 255},
 };
 
 /* ---- menus -------------------------------------------------------------- */

@@ -19,7 +19,7 @@ oriel_cleanup() {
 trap oriel_cleanup EXIT
 
 # Raised whenever the settings below change, so existing prefixes get them.
-ORIEL_PREFIX_SETTINGS=2
+ORIEL_PREFIX_SETTINGS=4
 
 wine_prefix_setup() {
   if [ "$(cat "$WINEPREFIX/.oriel-ready" 2>/dev/null)" = "$ORIEL_PREFIX_SETTINGS" ]; then
@@ -35,10 +35,20 @@ wine_prefix_setup() {
     cp -n /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
   fi
   # Chinese in menus, captions and dialogs needs font links to a CJK font.
+  # The bitmap strikes of the Sharp face keep small dialog text legible.
   local face
   for face in "Tahoma" "Tahoma Bold" "MS Shell Dlg" "MS Shell Dlg 2" "Microsoft Sans Serif"; do
     wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' \
-      /v "$face" /t REG_MULTI_SZ /d "wqy-zenhei.ttc,WenQuanYi Zen Hei" /f >/dev/null 2>&1
+      /v "$face" /t REG_MULTI_SZ /d "wqy-zenhei.ttc,WenQuanYi Zen Hei Sharp" /f >/dev/null 2>&1
+  done
+  # Edit boxes draw through Uniscribe, which ignores font links: it falls back
+  # per script, and has no font of its own for Han (tag "hani", 0x696e6168).
+  wine reg add 'HKCU\Software\Wine\Uniscribe\Fallback' /v 696e6168 /d "WenQuanYi Zen Hei Sharp" /f >/dev/null 2>&1
+  # Menus and message boxes: 9 points instead of 8 (a LOGFONT of height -12,
+  # weight 400, "MS Shell Dlg"), the size at which the linked face stays legible.
+  local metric font9pt=F4FFFFFF0000000000000000000000009001000000000000000000224D00530020005300680065006C006C00200044006C00670000000000000000000000000000000000000000000000000000000000000000000000000000000000
+  for metric in MenuFont MessageFont; do
+    wine reg add 'HKCU\Control Panel\Desktop\WindowMetrics' /v "$metric" /t REG_BINARY /d "$font9pt" /f >/dev/null 2>&1
   done
   wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "Courier New" /d "Liberation Mono" /f >/dev/null 2>&1
   # The Chinese view font: the bitmap strikes of this face stay crisp at 12

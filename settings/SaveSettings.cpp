@@ -14,6 +14,11 @@ void ProgramDirectory(wchar_t (&path)[MAX_PATH])
 
 } // namespace
 
+SettingsFile::SettingsFile(const wchar_t* path)
+{
+    ::lstrcpynW(path_, path, MAX_PATH);
+}
+
 void SettingsFile::Locate(const wchar_t* fileName)
 {
     ProgramDirectory(path_);

@@ -13,6 +13,8 @@ struct SaveSettings {
 // language module.  Read at window creation, written by the settings dialogs.
 class SettingsFile {
 public:
+    SettingsFile() = default;
+    explicit SettingsFile(const wchar_t* path);
     // The file of `fileName` in the program's "config" folder.
     void Locate(const wchar_t* fileName);
 

@@ -68,7 +68,7 @@ TEST_F(BrowseWndTest, EachBrowserKeepsItsOwnFileAndScrollState)
 {
     std::vector<unsigned char> image = MakeLogImage(L"7.000000", 40);
     for (size_t i = 0; i < 40; ++i)
-        PutLogRecord(image, i, L"other " + std::to_wstring(i), SYSTEMTIME{2026, 1, 4, 1});
+        PutLogRecord(image, i, L"other " + std::to_wstring(i), SYSTEMTIME{2026, 1, 4, 1, 0, 0, 0, 0});
     const std::wstring other = WriteFile(L"2601010000.qxl", image);
 
     const int mainTop = TopLine();

@@ -368,6 +368,7 @@ TEST_F(MessWndFixture, FontCommandLaysTheViewOutAgainEvenAfterCancel)
     WriteSettings("");
     CreateWindowWithRoom(20);
     const int lines = window->View().LinesPerPage();
+    const HFONT firstFont = window->View().Font();
     testing_support::SendHScroll(Hwnd(), SB_THUMBPOSITION, 30);
     ASSERT_EQ(30, window->View().HorizontalPosition());
 
@@ -378,6 +379,8 @@ TEST_F(MessWndFixture, FontCommandLaysTheViewOutAgainEvenAfterCancel)
     }
     EXPECT_EQ(0, window->View().HorizontalPosition()) << "back to the left edge";
     EXPECT_EQ(lines, window->View().LinesPerPage());
+    EXPECT_EQ(0u, ::GetObjectType(firstFont)) << "the old font is deleted, a new one made";
+    EXPECT_NE(nullptr, window->View().Font());
 
     testing_support::DialogAnswerer larger({[](HWND dialog) {
         ::SendDlgItemMessageW(dialog, 0x472, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"24"));

@@ -1,0 +1,117 @@
+#include "DialogScript.h"
+
+namespace {
+
+DialogScript* active = nullptr;
+
+} // namespace
+
+DialogScript::DialogScript()
+{
+    owner_ = ::CreateWindowExW(0, L"Static", L"dialog script owner", WS_OVERLAPPED, 0, 0, 10, 10,
+                               nullptr, nullptr, nullptr, nullptr);
+    active = this;
+    idleHook_ = ::SetWindowsHookExW(WH_CALLWNDPROC, &DialogScript::IdleHook, nullptr,
+                                    ::GetCurrentThreadId());
+    activationHook_ = ::SetWindowsHookExW(WH_CBT, &DialogScript::ActivationHook, nullptr,
+                                          ::GetCurrentThreadId());
+}
+
+DialogScript::~DialogScript()
+{
+    ::UnhookWindowsHookEx(activationHook_);
+    ::UnhookWindowsHookEx(idleHook_);
+    active = nullptr;
+    ::DestroyWindow(owner_);
+}
+
+DialogScript& DialogScript::Then(Step step)
+{
+    return ThenWhen([](HWND) { return true; }, std::move(step));
+}
+
+DialogScript& DialogScript::ThenWhen(std::function<bool(HWND window)> ready, Step step)
+{
+    steps_.push_back({std::move(ready), std::move(step)});
+    return *this;
+}
+
+LRESULT CALLBACK DialogScript::IdleHook(int code, WPARAM wParam, LPARAM lParam)
+{
+    const auto* call = reinterpret_cast<const CWPSTRUCT*>(lParam);
+    if (code == HC_ACTION && active != nullptr && call->message == WM_ENTERIDLE &&
+        call->wParam == MSGF_DIALOGBOX)
+        active->OnWaiting(reinterpret_cast<HWND>(call->lParam));
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+LRESULT CALLBACK DialogScript::ActivationHook(int code, WPARAM wParam, LPARAM lParam)
+{
+    static HWND lastQuiet = nullptr;
+    const HWND window = reinterpret_cast<HWND>(wParam);
+    if (code == HCBT_ACTIVATE && active != nullptr && window != lastQuiet &&
+        (::GetWindowLongW(window, GWL_STYLE) & DS_NOIDLEMSG) != 0) {
+        lastQuiet = window;
+        active->OnWaiting(window);
+    }
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+void DialogScript::OnWaiting(HWND window)
+{
+    if (steps_.empty()) {
+        cancelled_ = true;
+        Click(window, ::GetDlgItem(window, IDCANCEL) != nullptr ? IDCANCEL : IDOK);
+        return;
+    }
+    constexpr int kMaxWaits = 500;
+    if (!steps_.front().ready(window) && ++waits_ < kMaxWaits) {
+        ::Sleep(10);
+    } else {
+        waits_ = 0;
+        Step step = std::move(steps_.front().step);
+        steps_.pop_front();
+        step(window);
+    }
+    // Wakes the loop, so the next step comes even after a step that only looked.
+    ::PostMessageW(window, WM_NULL, 0, 0);
+}
+
+void Click(HWND dialog, int id)
+{
+    ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
+                   reinterpret_cast<LPARAM>(::GetDlgItem(dialog, id)));
+}
+
+void Type(HWND dialog, int id, const std::wstring& text)
+{
+    ::SetDlgItemTextW(dialog, id, text.c_str());
+}
+
+std::wstring ItemText(HWND dialog, int id)
+{
+    wchar_t text[1024] = {};
+    ::GetDlgItemTextW(dialog, id, text, 1024);
+    return text;
+}
+
+bool IsMessageBox(HWND window)
+{
+    return ::GetDlgItem(window, 0xFFFF) != nullptr;
+}
+
+std::wstring DescribeBox(HWND box)
+{
+    // The icon control is 0x14 on Windows and 0x440 under Wine.
+    HWND iconControl = ::GetDlgItem(box, 0x14) != nullptr ? ::GetDlgItem(box, 0x14)
+                                                           : ::GetDlgItem(box, 0x440);
+    const auto icon = reinterpret_cast<HICON>(::SendMessageW(iconControl, STM_GETICON, 0, 0));
+    const wchar_t* iconName = icon == nullptr                               ? L"none"
+                              : icon == ::LoadIconW(nullptr, IDI_ERROR)     ? L"error"
+                              : icon == ::LoadIconW(nullptr, IDI_QUESTION)  ? L"question"
+                                                                            : L"other";
+    wchar_t caption[256] = {};
+    ::GetWindowTextW(box, caption, 256);
+    return std::wstring(caption) + L"|" + ItemText(box, 0xFFFF) + L"|" + iconName +
+           (::GetDlgItem(box, IDCANCEL) != nullptr ? L"|ok cancel" : L"|ok");
+}

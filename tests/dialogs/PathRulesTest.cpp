@@ -1,0 +1,60 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "dialogs/PathRules.h"
+#include "support/TestFiles.h"
+
+namespace {
+
+// NormalizeSavePath's answer: the canonical path, or "refused" (the buffer
+// must then be left as it was).
+std::wstring Normalized(const std::wstring& typed)
+{
+    wchar_t path[MAX_PATH];
+    ::lstrcpynW(path, typed.c_str(), MAX_PATH);
+    if (NormalizeSavePath(path))
+        return path;
+    return typed == path ? L"refused" : L"refused, but changed to " + std::wstring(path);
+}
+
+std::wstring Canonical(const wchar_t* fullPath)
+{
+    wchar_t result[MAX_PATH];
+    return CanonicalSavePath(fullPath, result) ? result : L"refused";
+}
+
+TEST(SavePathRules, AbsolutePathsComeOutCanonical)
+{
+    EXPECT_EQ(L"C:\\my logs\\2026", Normalized(L"  C:\\ my logs \\2026\\ "));
+    EXPECT_EQ(L"C:", Normalized(L"C:\\"));
+    EXPECT_EQ(L"C:\\a\\c", Normalized(L"C:\\a\\.\\b\\..\\c"));
+    EXPECT_EQ(L"D:\\x\\y", Normalized(L"D:/x/y"));
+    EXPECT_EQ(L"\\\\server\\share\\logs", Normalized(L"\\\\server\\share\\logs"));
+    EXPECT_EQ(L"\\\\server\\share", Canonical(L"//server/share"));
+    // An empty component ends the path.
+    EXPECT_EQ(L"C:\\a", Canonical(L"C:\\a\\\\b"));
+}
+
+TEST(SavePathRules, UnusablePathsAreRefusedAndLeftAlone)
+{
+    for (const wchar_t* typed : {L"", L"   ", L"\\\\", L"C:\\a:b", L"C:\\a\\   \\b", L"C:\\a|b",
+                                 L"C:\\a\\b?", L"C:\\\"q\""})
+        EXPECT_EQ(L"refused", Normalized(typed)) << typed;
+    EXPECT_EQ(L"refused", Canonical(L"1:\\logs"));
+    EXPECT_EQ(L"refused", Canonical(L"CC:\\logs"));
+    EXPECT_EQ(L"refused", Canonical(L"C"));
+}
+
+TEST(SavePathRules, RelativePathsAreMadeAbsoluteAgainstTheCurrentDirectory)
+{
+    testing_support::TempDir dir;
+    wchar_t previous[MAX_PATH];
+    ::GetCurrentDirectoryW(MAX_PATH, previous);
+    ASSERT_TRUE(::SetCurrentDirectoryW((dir / L"").c_str()));
+    EXPECT_EQ(dir / L"logs\\sub", Normalized(L"logs\\sub"));
+    EXPECT_EQ(dir / L"up", Normalized(L".\\x\\..\\up"));
+    ::SetCurrentDirectoryW(previous);
+}
+
+} // namespace
