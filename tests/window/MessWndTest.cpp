@@ -391,3 +391,46 @@ TEST_F(MessWndFixture, FontCommandLaysTheViewOutAgainEvenAfterCancel)
     ::SendMessageW(Hwnd(), WM_COMMAND, IDM_FONT, 0);
     EXPECT_LT(window->View().LinesPerPage(), lines) << "a larger font holds fewer lines";
 }
+
+// The settings commands act on the running writer at once.
+TEST_F(MessWndFixture, SettingsCommandsTakeEffectInTheRunningWindow)
+{
+    WriteLog(10);
+    WriteSettings("");
+    CreateWindowWithRoom(20);
+    const std::wstring newDirectory = saveDir / L"new\\logs";
+    {
+        testing_support::DialogAnswerer answer({[&](HWND dialog) {
+            ::SetDlgItemTextW(dialog, IDC_SAVE_PATH, newDirectory.c_str());
+            testing_support::ClickButton(dialog, IDOK);
+        }});
+        // The creation question is a message box: the recorder answers OK.
+        ::SendMessageW(Hwnd(), WM_COMMAND, IDM_SAVE_DIRECTORY, 0);
+    }
+    EXPECT_EQ(newDirectory, window->Writer().SaveDirectory());
+    EXPECT_EQ(newDirectory, ReadSetting(SettingsFilePath(), L"savedirectory"));
+    EXPECT_EQ(0, Ring().lineCount) << "a new, empty log file in the new directory";
+    window->AddMessage(L"after the move");
+    window->Writer().FlushPending(window->Ring().PendingCount());
+    std::wstring newest = window->Writer().LogFilePath();
+    EXPECT_EQ(0u, newest.rfind(newDirectory, 0));
+    EXPECT_EQ(1u, DecodeLog(testing_support::ReadFileBytes(newest)).records.size());
+
+    testing_support::DialogAnswerer answer({[](HWND dialog) {
+        ::SetDlgItemTextW(dialog, IDC_LOG_SIZE, L"0");
+        testing_support::ClickButton(dialog, IDOK);
+    }});
+    ::SendMessageW(Hwnd(), WM_COMMAND, IDM_SAVE_PARAMS, 0);
+    EXPECT_EQ(0u, window->Writer().LogSize());
+    EXPECT_EQ(L"0", ReadSetting(SettingsFilePath(), L"logsize"));
+    window->AddMessage(L"pending");
+    // Size 0: the next size check, within 55 ms, starts a new file.
+    const DWORD end = ::GetTickCount() + 300;
+    while (Ring().lineCount != 0 && static_cast<LONG>(end - ::GetTickCount()) > 0) {
+        MSG message;
+        while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            ::DispatchMessageW(&message);
+        ::Sleep(5);
+    }
+    EXPECT_EQ(0, Ring().lineCount);
+}
