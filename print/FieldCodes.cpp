@@ -25,11 +25,12 @@ bool InsertFieldCode(const wchar_t* text, int start, int end, const wchar_t* cod
     if (start < 0 || end < 0 || start > end)
         return false;
     const int length = static_cast<int>(std::wcslen(text));
-    const int codeLength = static_cast<int>(std::wcslen(code));
+    const int codeLength = std::min(static_cast<int>(std::wcslen(code)), kFieldTextUnits);
     const int head = std::min(start, length);
     const int restStart = std::min(end, length);
     const int rest = std::max(0, std::min(length - restStart, kFieldTextUnits - end - 2 * codeLength));
-    wchar_t built[kFieldTextUnits] = {};
+    // Room for the whole text and a code; the result is cut at the box's size.
+    wchar_t built[2 * kFieldTextUnits] = {};
     std::wmemcpy(built, text, head);
     std::wmemcpy(built + head, code, codeLength);
     std::wmemcpy(built + head + codeLength, text + restStart, rest);

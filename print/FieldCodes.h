@@ -12,7 +12,8 @@ const wchar_t* FieldCodeForCommand(int command);
 // Puts `code` in place of the selection [start, end) of `text` (at most
 // kFieldTextUnits - 1 units), into `out`.  Of the text after the selection
 // at most kFieldTextUnits - end - 2 * (length of the code) units are kept,
-// a bound that leaves room to spare.  False, with `out` untouched, for a
+// and the result is cut after kFieldTextUnits - 1 units, so a code typed
+// into a full box is lost or cut.  False, with `out` untouched, for a
 // selection that is not one (negative, or start after end).
 bool InsertFieldCode(const wchar_t* text, int start, int end, const wchar_t* code,
                      wchar_t (&out)[kFieldTextUnits]);

@@ -2,21 +2,30 @@
 
 namespace {
 
-// The file time of `time` taken as it is (no time-zone shift), or 0 for a
-// record that has none: the earliest moment.
-ULONGLONG MomentOf(const SYSTEMTIME& time)
+// A moment to order by: records the platform cannot convert all share the
+// first place, before every convertible one (1601-01-01 00:00:00.000, whose
+// file time is 0, included).
+struct Moment {
+    bool valid;
+    ULONGLONG fileTime;
+};
+
+Moment MomentOf(const SYSTEMTIME& time)
 {
+    // Taken as it is: no time-zone shift.
     FILETIME moment = {};
     if (!::SystemTimeToFileTime(&time, &moment))
-        return 0;
-    return (static_cast<ULONGLONG>(moment.dwHighDateTime) << 32) | moment.dwLowDateTime;
+        return Moment{false, 0};
+    return Moment{true, (static_cast<ULONGLONG>(moment.dwHighDateTime) << 32) | moment.dwLowDateTime};
 }
 
 } // namespace
 
 int CompareLocalTimes(const SYSTEMTIME& a, const SYSTEMTIME& b)
 {
-    const ULONGLONG left = MomentOf(a);
-    const ULONGLONG right = MomentOf(b);
-    return left < right ? -1 : (left > right ? 1 : 0);
+    const Moment left = MomentOf(a);
+    const Moment right = MomentOf(b);
+    if (left.valid != right.valid)
+        return left.valid ? 1 : -1;
+    return left.fileTime < right.fileTime ? -1 : (left.fileTime > right.fileTime ? 1 : 0);
 }
