@@ -20,13 +20,12 @@ constexpr UINT kFollowTimerMs = 100;
 CBrowseWnd::CBrowseWnd() : view(lines, kBrowserViewPolicy)
 {
     ChainMessages(view);
-    ::GetLocalTime(&rangeFrom);
-    rangeTo = rangeFrom;
+    StampPrintRange(printSettings);
 }
 
 CBrowseWnd::~CBrowseWnd()
 {
-    FreePrinterSettings();
+    FreePrinterSettings(printSettings);
     if (!lines.CloseFile())
         ReportBrowseError();
 }
@@ -69,16 +68,15 @@ HWND CBrowseWnd::CreateBrowser(const wchar_t* caption, HMENU menu)
                   CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT);
 }
 
-void CBrowseWnd::SeedPrintSettings(const LOGFONTW& font, const CHOOSEFONTW& fontDialog,
-                                   const SYSTEMTIME& from, const SYSTEMTIME& to)
+void CBrowseWnd::SeedPrintSettings(const PrintSettings& mainWindow)
 {
-    logFontCopy = font;
-    fontDialogStateCopy = fontDialog;
-    fontDialogStateCopy.lpLogFont = &logFontCopy;
-    fontDialogStateCopy.hwndOwner = hwnd_;
-    printRange = 0;
-    rangeFrom = from;
-    rangeTo = to;
+    printSettings.logFontCopy = mainWindow.logFontCopy;
+    printSettings.fontDialogStateCopy = mainWindow.fontDialogStateCopy;
+    printSettings.fontDialogStateCopy.lpLogFont = &printSettings.logFontCopy;
+    printSettings.fontDialogStateCopy.hwndOwner = hwnd_;
+    printSettings.printRange = RangeAll;
+    printSettings.rangeFrom = mainWindow.rangeFrom;
+    printSettings.rangeTo = mainWindow.rangeTo;
 }
 
 LRESULT CBrowseWnd::OnCreate(WPARAM, LPARAM, bool&)
@@ -148,25 +146,10 @@ LRESULT CBrowseWnd::OnDestroy(WPARAM, LPARAM, bool&)
     return 0;
 }
 
-LRESULT CBrowseWnd::OnPrint(WPARAM, LPARAM, bool&)
-{
-    return 0;
-}
-
-LRESULT CBrowseWnd::OnPrintSetup(WPARAM, LPARAM, bool&)
-{
-    return 0;
-}
-
-LRESULT CBrowseWnd::OnExportText(WPARAM, LPARAM, bool&)
-{
-    return 0;
-}
-
 LRESULT CBrowseWnd::OnClose(WPARAM, LPARAM, bool& handled)
 {
     ::KillTimer(hwnd_, kFollowTimer);
-    FreePrinterSettings();
+    FreePrinterSettings(printSettings);
     if (!lines.CloseFile()) {
         ReportBrowseError();
         // Given up on: the window goes, and nothing will use it again.
@@ -175,12 +158,4 @@ LRESULT CBrowseWnd::OnClose(WPARAM, LPARAM, bool& handled)
     // The default handling destroys the window; the object stays.
     handled = false;
     return 0;
-}
-
-void CBrowseWnd::FreePrinterSettings()
-{
-    if (printerDevMode != nullptr)
-        printerDevMode = ::GlobalFree(printerDevMode);
-    if (printerDevNames != nullptr)
-        printerDevNames = ::GlobalFree(printerDevNames);
 }

@@ -2,6 +2,10 @@
 #include <windows.h>
 #include <commdlg.h>
 
+#include <functional>
+
+#include "print/PrintJob.h"
+#include "print/PrintSettings.h"
 #include "view/FileLineSource.h"
 #include "view/MessageView.h"
 #include "winlayer/WindowImpl.h"
@@ -28,9 +32,15 @@ public:
     // The main window's font itself: shared, never deleted here.
     void SetViewFont(HFONT font) { view.SetFont(font); }
     void SetFilePath(const wchar_t* path) { lines.SetPath(path); }
-    // ...and after: the print font and range, this browser's own from now on.
-    void SeedPrintSettings(const LOGFONTW& font, const CHOOSEFONTW& fontDialog,
-                           const SYSTEMTIME& from, const SYSTEMTIME& to);
+    // ...and after: the print font and range times, this browser's own from
+    // now on (the range kind starts at "all", the printer at the default).
+    void SeedPrintSettings(const PrintSettings& mainWindow);
+    // Who a print job disables and who owns its dialogs: the main window
+    // knows the application's windows.
+    void SetAppWindows(std::function<PrintJobWindows()> appWindows)
+    {
+        appWindows_ = std::move(appWindows);
+    }
 
     const FileLineSource& Lines() const { return lines; }
     const MessageView& View() const { return view; }
@@ -48,17 +58,10 @@ private:
     // it again: 0, or -1 after a failure.  While `following`, a failure also
     // stops the follow timer, before its report.
     int CountRecords(bool following);
-    void FreePrinterSettings();
 
     FileLineSource lines;
     MessageView view;
 
-    // Print settings of this window.
-    int printRange = 0;
-    SYSTEMTIME rangeFrom = {};
-    SYSTEMTIME rangeTo = {};
-    HGLOBAL printerDevMode = nullptr;
-    HGLOBAL printerDevNames = nullptr;
-    LOGFONTW logFontCopy = {};
-    CHOOSEFONTW fontDialogStateCopy = {};
+    PrintSettings printSettings;
+    std::function<PrintJobWindows()> appWindows_;
 };

@@ -7,8 +7,8 @@ LRESULT CMessWnd::OnFont(WPARAM, LPARAM, bool&)
     ::ChooseFontW(&fontDialogState);
     // The print font follows the view font again.  The copy's font pointer
     // is left aimed at logFont; the print setup dialog re-aims its own copy.
-    logFontCopy = logFont;
-    fontDialogStateCopy = fontDialogState;
+    printSettings.logFontCopy = logFont;
+    printSettings.fontDialogStateCopy = fontDialogState;
     // Browsers draw with this very handle: they lose it with the old font.
     ::DeleteObject(viewFont);
     viewFont = ::CreateFontIndirectW(&logFont);

@@ -37,18 +37,14 @@ CMessWnd::CMessWnd()
 {
     ring.SetView(&view);
     ChainMessages(view);
-    ::GetLocalTime(&rangeFrom);
-    rangeTo = rangeFrom;
+    StampPrintRange(printSettings);
 }
 
 CMessWnd::~CMessWnd()
 {
     if (viewFont != nullptr)
         ::DeleteObject(viewFont);
-    if (printerDevMode != nullptr)
-        printerDevMode = ::GlobalFree(printerDevMode);
-    if (printerDevNames != nullptr)
-        printerDevNames = ::GlobalFree(printerDevNames);
+    FreePrinterSettings(printSettings);
     writer.CloseCurrentFile();
     // The browsers go last, in the order they were opened; a browser whose
     // window is gone already ignores the close request.
@@ -155,9 +151,9 @@ void CMessWnd::SetUpFonts()
     fontDialogState.nSizeMin = 8;
     fontDialogState.nSizeMax = 50;
 
-    logFontCopy = logFont;
-    fontDialogStateCopy = fontDialogState;
-    fontDialogStateCopy.lpLogFont = &logFontCopy;
+    printSettings.logFontCopy = logFont;
+    printSettings.fontDialogStateCopy = fontDialogState;
+    printSettings.fontDialogStateCopy.lpLogFont = &printSettings.logFontCopy;
 
     viewFont = ::CreateFontIndirectW(&logFont);
     view.SetFont(viewFont);

@@ -9,6 +9,8 @@
 #include "log/LogHost.h"
 #include "log/LogWriter.h"
 #include "msgwnd/MessAtom.h"
+#include "print/PrintJob.h"
+#include "print/PrintSettings.h"
 #include "ring/MessageRing.h"
 #include "server/LineSink.h"
 #include "settings/SaveSettings.h"
@@ -77,6 +79,10 @@ private:
     void NewLogFileStarted() override;
     void CurrentLogFileOpened() override;
 
+    // The main window and every browser that has a window: what a print
+    // job disables, and the owner of its dialogs.
+    PrintJobWindows AppWindows() const;
+
     // Creation steps.
     void SetUpFonts();
     void AddTopmostItem();
@@ -89,8 +95,6 @@ private:
 
     LOGFONTW logFont = {};
     CHOOSEFONTW fontDialogState = {};
-    LOGFONTW logFontCopy = {};
-    CHOOSEFONTW fontDialogStateCopy = {};
     HFONT viewFont = nullptr;
     const wchar_t* aboutText = L"";
     const wchar_t* iconFileName = L"";
@@ -98,10 +102,7 @@ private:
     // Every browser opened, in order, kept until the end of the process.
     std::vector<std::unique_ptr<CBrowseWnd>> browserWindows;
 
-    // Print settings, kept for the window's life.
-    HGLOBAL printerDevMode = nullptr;
-    HGLOBAL printerDevNames = nullptr;
-    SYSTEMTIME rangeFrom = {};
-    SYSTEMTIME rangeTo = {};
-    int printRange = 0;
+    // Print settings with the print font (logFontCopy, fontDialogStateCopy),
+    // kept for the window's life.
+    PrintSettings printSettings;
 };

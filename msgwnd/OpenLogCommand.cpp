@@ -46,7 +46,8 @@ LRESULT CMessWnd::OnOpenLog(WPARAM, LPARAM, bool&)
     CBrowseWnd::RegisterClassOnce(icon);
     browser->CreateBrowser(caption, menu);
 
-    browser->SeedPrintSettings(logFontCopy, fontDialogStateCopy, rangeFrom, rangeTo);
+    browser->SeedPrintSettings(printSettings);
+    browser->SetAppWindows([this] { return AppWindows(); });
     ::ShowWindow(browser->Handle(), SW_SHOWNORMAL);
     // Kept even when its window could not be made.
     browserWindows.push_back(std::move(browser));

@@ -1,0 +1,224 @@
+// The pure rules of printing: time order, range bounds against a scan, page
+// arithmetic, the setup dialog's field checks, code insertion.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "lang/ResourceIds.h"
+#include "print/FieldCodes.h"
+#include "print/PageLayout.h"
+#include "print/RangeFields.h"
+#include "print/RecordBounds.h"
+
+namespace {
+
+SYSTEMTIME Time(int y, int mo, int d, int h, int mi, int s, int ms = 0)
+{
+    return SYSTEMTIME{static_cast<WORD>(y), static_cast<WORD>(mo), 0, static_cast<WORD>(d),
+                      static_cast<WORD>(h), static_cast<WORD>(mi), static_cast<WORD>(s),
+                      static_cast<WORD>(ms)};
+}
+
+// Slot i (from 1) of a log holds times[i - 1]; other slots cannot be read.
+struct TimeList {
+    const std::vector<SYSTEMTIME>& times;
+    bool operator()(int slot, SYSTEMTIME& time) const
+    {
+        if (slot < 1 || slot > static_cast<int>(times.size()))
+            return false;
+        time = times[slot - 1];
+        return true;
+    }
+};
+
+// A bound found by the search is right when it holds a record of exactly
+// `t`, or else is the first slot later (lower) / last slot earlier (upper).
+bool IsBound(RecordBound kind, const std::vector<SYSTEMTIME>& times, const SYSTEMTIME& t, int found)
+{
+    const int n = static_cast<int>(times.size());
+    int expected = kind == RecordBound::Lower ? n + 1 : 0;
+    for (int slot = 1; slot <= n; ++slot) {
+        const int order = CompareLocalTimes(times[slot - 1], t);
+        if (order == 0)
+            return found >= 1 && found <= n && CompareLocalTimes(times[found - 1], t) == 0;
+        if (kind == RecordBound::Lower && order > 0 && expected == n + 1)
+            expected = slot;
+        if (kind == RecordBound::Upper && order < 0)
+            expected = slot;
+    }
+    return found == expected;
+}
+
+} // namespace
+
+TEST(PrintRules, TimeOrderCountsMillisecondsAndPutsUnconvertibleTimesFirst)
+{
+    EXPECT_EQ(1, CompareLocalTimes(Time(2026, 3, 3, 10, 0, 0, 500), Time(2026, 3, 3, 10, 0, 0)));
+    EXPECT_EQ(-1, CompareLocalTimes(Time(2025, 12, 31, 23, 59, 59, 999), Time(2026, 1, 1, 0, 0, 0)));
+    SYSTEMTIME weekday = Time(2026, 3, 3, 10, 0, 0);
+    weekday.wDayOfWeek = 5;
+    EXPECT_EQ(0, CompareLocalTimes(weekday, Time(2026, 3, 3, 10, 0, 0)));
+    // All zeros, month 0: equal to each other, before the platform's first moment.
+    EXPECT_EQ(0, CompareLocalTimes(SYSTEMTIME{}, Time(2026, 0, 3, 10, 0, 0)));
+    EXPECT_EQ(-1, CompareLocalTimes(SYSTEMTIME{}, Time(1601, 1, 1, 0, 0, 0)));
+}
+
+TEST(PrintRules, RecordBoundsAgreeWithAScanOverRandomLogs)
+{
+    std::mt19937 random(20261123);
+    for (int round = 0; round < 300; ++round) {
+        // Stamps a few milliseconds apart, repeated now and then, so probes
+        // land on, between and around records.
+        std::vector<SYSTEMTIME> times;
+        int ms = static_cast<int>(random() % 5);
+        for (int i = 1 + static_cast<int>(random() % 60); i > 0; --i) {
+            ms += static_cast<int>(random() % 3);
+            times.push_back(Time(2026, 3, 3, 10, 0, ms / 1000, ms % 1000));
+        }
+        const int n = static_cast<int>(times.size());
+        for (int probe = 0; probe < 20; ++probe) {
+            const int at = static_cast<int>(random() % (ms + 6));
+            const SYSTEMTIME t = Time(2026, 3, 3, 10, 0, at / 1000, at % 1000);
+            ASSERT_TRUE(IsBound(RecordBound::Lower, times, t, LowerRecordBound(TimeList{times}, t, 1, n)));
+            ASSERT_TRUE(IsBound(RecordBound::Upper, times, t, UpperRecordBound(TimeList{times}, t, n, 1)));
+        }
+    }
+    const std::vector<SYSTEMTIME> two = {Time(2026, 1, 1, 0, 0, 0), Time(2026, 1, 2, 0, 0, 0)};
+    EXPECT_EQ(-1, LowerRecordBound(TimeList{two}, two[0], 0, 2));
+    EXPECT_EQ(-1, UpperRecordBound(TimeList{two}, two[0], 3, 9));  // unreadable slots
+}
+
+TEST(PrintRules, EachRangeKindSelectsItsSlots)
+{
+    std::vector<SYSTEMTIME> times;
+    for (int i = 0; i < 10; ++i)
+        times.push_back(Time(2026, 3, 3, 10, i, 0));
+    const TimeList list{times};
+    const SYSTEMTIME from = Time(2026, 3, 3, 10, 2, 30);
+    const SYSTEMTIME to = Time(2026, 3, 3, 10, 6, 0);
+    const SYSTEMTIME late = Time(2027, 1, 1, 0, 0, 0);
+    const SYSTEMTIME early = Time(2020, 1, 1, 0, 0, 0);
+    struct Case {
+        int range;
+        SYSTEMTIME from;
+        int slots, first, last;
+    };
+    const Case cases[] = {
+        {RangeAll, from, 11, 1, 10},
+        {RangeBetween, from, 11, 4, 7},   // 10:03 to 10:06 exactly
+        {RangeUpTo, from, 11, 1, 3},
+        {RangeFrom, from, 11, 4, 11},     // to one past the last record
+        {RangeFrom, late, 11, 11, 11},
+        {RangeUpTo, early, 11, 1, 0},
+        {RangeAll, from, 1, -1, -1},      // no records
+    };
+    for (const Case& c : cases) {
+        RecordSpan span;
+        ASSERT_TRUE(SelectRecordSpan(c.range, c.from, to, c.slots, list, span));
+        EXPECT_EQ(c.first, span.first) << c.range;
+        EXPECT_EQ(c.last, span.last) << c.range;
+    }
+    RecordSpan span;
+    EXPECT_FALSE(SelectRecordSpan(4, from, to, 11, list, span));
+}
+
+TEST(PrintRules, PageGeometryInHundredthsOfAnInchAndCopies)
+{
+    const PrinterMetrics pdf{2400, 3000, 300, 300};
+    const RECT text = PrintTextRect(pdf);
+    EXPECT_EQ((std::vector<LONG>{50, -100, 750, -900}),
+              (std::vector<LONG>{text.left, text.top, text.right, text.bottom}));
+    // Margins are printer pixels; the division truncates toward zero.
+    const RECT fine = PrintTextRect(PrinterMetrics{4961, 7016, 600, 600});
+    EXPECT_EQ((std::vector<LONG>{25, -50, 801, -1119}),
+              (std::vector<LONG>{fine.left, fine.top, fine.right, fine.bottom}));
+    EXPECT_EQ(55, PrintLinesPerPage(pdf, 14));  // 2400 / 42 = 57.1, less 2
+    EXPECT_EQ(45, PrintLinesPerPage(pdf, 17));
+    EXPECT_EQ(48, PrintLinesPerPage(pdf, 16));  // 2400 / 48 = 50 exactly
+    EXPECT_EQ(0, PrintLinesPerPage(pdf, 0));
+    EXPECT_EQ(-142, RecordBand(text, 14, 2).top);
+    EXPECT_EQ(-156, RecordBand(text, 14, 2).bottom);
+    EXPECT_EQ(-114, HeaderBand(text, 14).bottom);
+    EXPECT_EQ(-886, PageLabelBand(text, 14).top);
+    EXPECT_EQ(2, PrintPageCount(56, 55));
+    EXPECT_EQ(1, PrintPageCount(55, 55));
+    const CopyPlan collated = PlanCopies(true, 3);
+    const CopyPlan uncollated = PlanCopies(false, 3);
+    EXPECT_EQ((std::vector<int>{3, 1, 3}), (std::vector<int>{collated.outer, collated.inner, collated.total}));
+    EXPECT_EQ((std::vector<int>{1, 3, 3}), (std::vector<int>{uncollated.outer, uncollated.inner, uncollated.total}));
+}
+
+TEST(PrintRules, EveryFieldRefusalWithItsStringField)
+{
+    auto fields = [](std::vector<int> v, int empty = -1) {
+        TimeFieldValues f;
+        for (int i = 0; i < kTimeFields; ++i) {
+            f.value[i] = i == empty ? 0 : v[i];
+            f.empty[i] = i == empty;
+        }
+        return f;
+    };
+    const std::vector<int> good = {2026, 3, 3, 10, 20, 30};
+    struct Case {
+        TimeFieldValues f;
+        UINT textId;
+        int field;
+        int days;
+    };
+    const Case cases[] = {
+        {fields(good), 0, FieldYear, 0},
+        {fields(good, FieldYear), IDS_FIELD_EMPTY, FieldYear, 0},
+        {fields({10000, 3, 3, 10, 20, 30}), IDS_BAD_YEAR, FieldYear, 0},
+        {fields({-1, 3, 3, 10, 20, 30}), IDS_BAD_YEAR, FieldYear, 0},
+        // An empty month or day is not "empty": it reads 0 and fails its range.
+        {fields(good, FieldMonth), IDS_BAD_MONTH, FieldMonth, 0},
+        {fields({2026, 13, 3, 10, 20, 30}), IDS_BAD_MONTH, FieldMonth, 0},
+        {fields(good, FieldDay), IDS_BAD_DAY, FieldDay, 31},
+        {fields({2026, 4, 31, 10, 20, 30}), IDS_BAD_DAY, FieldDay, 30},
+        {fields({2000, 2, 29, 0, 0, 0}), 0, FieldYear, 0},
+        {fields({2024, 2, 29, 0, 0, 0}), 0, FieldYear, 0},
+        {fields({1900, 2, 29, 0, 0, 0}), IDS_BAD_DAY, FieldDay, 28},
+        {fields({2023, 2, 29, 0, 0, 0}), IDS_BAD_DAY, FieldDay, 28},
+        {fields(good, FieldHour), IDS_FIELD_EMPTY, FieldHour, 0},
+        {fields({2026, 3, 3, 24, 20, 30}), IDS_BAD_HOUR, FieldHour, 0},
+        {fields(good, FieldMinute), IDS_FIELD_EMPTY, FieldMinute, 0},
+        {fields({2026, 3, 3, 10, 60, 30}), IDS_BAD_MINUTE, FieldMinute, 0},
+        {fields(good, FieldSecond), IDS_FIELD_EMPTY, FieldSecond, 0},
+        {fields({2026, 3, 3, 10, 20, -1}), IDS_BAD_SECOND, FieldSecond, 0},
+        {fields({2026, 0, 40, 99, 99, 99}), IDS_BAD_MONTH, FieldMonth, 0},  // the first wins
+    };
+    for (const Case& c : cases) {
+        const FieldRefusal refusal = CheckTimeFields(c.f);
+        EXPECT_EQ(c.textId, refusal.textId) << c.f.value[0] << " " << c.f.value[1] << " " << c.f.value[2];
+        if (c.textId != 0) {
+            EXPECT_EQ(c.field, refusal.field) << c.textId;
+        }
+        if (c.textId == IDS_BAD_DAY) {
+            EXPECT_EQ(c.days, refusal.days);
+        }
+    }
+    // Entered times have no milliseconds: 10:00:00 is before a first record at 10:00:00.500.
+    const SYSTEMTIME entered = TimeFromFields(fields({2026, 3, 3, 10, 0, 0}));
+    EXPECT_FALSE(IsWithinLog(entered, Time(2026, 3, 3, 10, 0, 0, 500), Time(2026, 3, 3, 11, 0, 0)));
+    EXPECT_TRUE(IsWithinLog(entered, Time(2026, 3, 3, 9, 0, 0), entered));
+}
+
+TEST(PrintRules, CodesGoInAtTheCaretOrOverTheSelection)
+{
+    EXPECT_STREQ(L"&F", FieldCodeForCommand(IDM_CODE_FILE));
+    EXPECT_STREQ(L"&R", FieldCodeForCommand(IDM_CODE_RIGHT));
+    EXPECT_EQ(nullptr, FieldCodeForCommand(IDOK));
+    wchar_t out[kFieldTextUnits];
+    ASSERT_TRUE(InsertFieldCode(L"Page 12", 5, 7, L"&P", out));
+    EXPECT_STREQ(L"Page &P", out);
+    EXPECT_FALSE(InsertFieldCode(L"abc", 2, 1, L"&F", out));
+    // A full box: of the 23 units after the caret at 1000, 1024 - 1000 - 4 stay;
+    // at 1022 the code itself is cut at unit 1023.
+    const std::wstring full(1023, L'x');
+    ASSERT_TRUE(InsertFieldCode(full.c_str(), 1000, 1000, L"&D", out));
+    EXPECT_EQ(std::wstring(1000, L'x') + L"&D" + std::wstring(20, L'x'), out);
+    ASSERT_TRUE(InsertFieldCode(full.c_str(), 1022, 1022, L"&D", out));
+    EXPECT_EQ(std::wstring(1022, L'x') + L"&", out);
+}
