@@ -187,3 +187,40 @@ TEST_F(BrowseWndTest, CancellingOpensNothingAndTheEndClosesEveryBrowser)
 }
 
 } // namespace
+
+namespace {
+
+// Export from a window's File menu, answering the save dialog with `name`.
+void ExportThroughMenu(HWND window, const std::wstring& name)
+{
+    DialogAnswerer answer({ChooseFile(name)});
+    ::SendMessageW(window, WM_COMMAND, IDM_EXPORT_TEXT, 0);
+    EXPECT_EQ(1u, answer.Shown());
+}
+
+std::wstring ExportedText(const std::wstring& path)
+{
+    const std::vector<unsigned char> bytes = testing_support::ReadFileBytes(path);
+    return std::wstring(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / 2);
+}
+
+} // namespace
+
+TEST_F(BrowseWndTest, BothWindowsExportThroughTheSharedProcedure)
+{
+    window->AddMessage(L"pending line");
+    ExportThroughMenu(Hwnd(), otherDir / L"main");
+    const std::wstring fromMain = ExportedText(otherDir / L"main.txt");
+    EXPECT_EQ(L'\xFEFF', fromMain[0]);
+    EXPECT_NE(std::wstring::npos, fromMain.find(L"record 499\r\n"));
+    EXPECT_NE(std::wstring::npos, fromMain.find(L"pending line\r\n")) << "flushed first";
+
+    CBrowseWnd* browser = OpenLog(WriteFile(L"saved.qxl", MakeLogImage(L"7.000000", 3)));
+    ASSERT_TRUE(browser && browser->Handle());
+    ExportThroughMenu(browser->Handle(), otherDir / L"saved.txt");
+    const std::wstring fromBrowser = ExportedText(otherDir / L"saved.txt.txt");
+    size_t lines = 0;
+    for (size_t at = fromBrowser.find(L"\r\n"); at != std::wstring::npos; at = fromBrowser.find(L"\r\n", at + 2))
+        ++lines;
+    EXPECT_EQ(3u, lines) << "one line per record, and the name gets .txt once more";
+}
