@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -36,47 +37,24 @@ struct RingTest : ::testing::Test {
     std::unique_ptr<MessageRing> ring = std::make_unique<MessageRing>();
 };
 
-TEST(FillRecordTest, KeepsAtMost128UnitsAndPadsWithZeros)
+TEST(FillRecordTest, KeepsAtMost128UnitsPadsWithZerosAndStampsTheLocalTime)
 {
+    const std::wstring a127(127, L'a'), c128(128, L'c'), zeros(kMessageTextUnits, L'\0');
+    const std::wstring c300 = c128 + std::wstring(172, L'd');
+    const std::pair<const wchar_t*, std::wstring> cases[] = {
+        {L"ab", L"ab" + std::wstring(126, L'\0')}, {a127.c_str(), a127 + L'\0'}, {c128.c_str(), c128},
+        {c300.c_str(), c128}, {L"", zeros}, {nullptr, zeros}};
     MessageRecord record;
-    std::memset(&record, 0x5A, sizeof(record));
-
-    const std::wstring short127(127, L'a');
-    FillRecord(short127.c_str(), record);
-    EXPECT_EQ(FieldText(record), short127 + L'\0');
-
-    const std::wstring exact128(128, L'b');
-    FillRecord(exact128.c_str(), record);
-    EXPECT_EQ(FieldText(record), exact128);
-
-    std::wstring long300(128, L'c');
-    long300 += std::wstring(172, L'd');
-    FillRecord(long300.c_str(), record);
-    EXPECT_EQ(FieldText(record), std::wstring(128, L'c'));
-
-    FillRecord(L"ab", record);
-    EXPECT_EQ(FieldText(record), L"ab" + std::wstring(126, L'\0'));
-}
-
-TEST(FillRecordTest, EmptyAndNullTextGiveAnAllZeroField)
-{
-    MessageRecord record;
-    for (const wchar_t* text : {L"", static_cast<const wchar_t*>(nullptr)}) {
+    for (const auto& c : cases) {
         std::memset(&record, 0x5A, sizeof(record));
-        FillRecord(text, record);
-        EXPECT_EQ(FieldText(record), std::wstring(kMessageTextUnits, L'\0'));
+        SYSTEMTIME before, after;
+        ::GetLocalTime(&before);
+        FillRecord(c.first, record);
+        ::GetLocalTime(&after);
+        EXPECT_EQ(FieldText(record), c.second);
+        EXPECT_LE(Ticks(before), Ticks(record.time));
+        EXPECT_LE(Ticks(record.time), Ticks(after));
     }
-}
-
-TEST(FillRecordTest, StampsTheLocalTimeWithMilliseconds)
-{
-    SYSTEMTIME before, after;
-    MessageRecord record;
-    ::GetLocalTime(&before);
-    FillRecord(L"x", record);
-    ::GetLocalTime(&after);
-    EXPECT_LE(Ticks(before), Ticks(record.time));
-    EXPECT_LE(Ticks(record.time), Ticks(after));
 }
 
 struct Counters {
@@ -139,7 +117,7 @@ TEST_F(RingTest, LineRuleLagsOneLineOnceFull)
     ExpectLine(*ring, 5000, 4999, 2, 4999);
 }
 
-TEST_F(RingTest, PendingCountWrapsAroundTheRing)
+TEST_F(RingTest, PendingCountWrapsAroundTheRingAndLosesAWholeRing)
 {
     AddLines(*ring, 0, 10);
     EXPECT_EQ(ring->PendingCount(), 10);
@@ -149,11 +127,8 @@ TEST_F(RingTest, PendingCountWrapsAroundTheRing)
     AddLines(*ring, 0, 15);
     EXPECT_EQ(ring->writePos, 5);
     EXPECT_EQ(ring->PendingCount(), 15);
-}
-
-TEST_F(RingTest, FiveThousandUnflushedAddsLeaveNothingPending)
-{
-    AddLines(*ring, 0, 5000);
+    // A whole ring (5000) of unflushed adds leaves nothing pending.
+    AddLines(*ring, 0, 4985);
     EXPECT_EQ(ring->PendingCount(), 0);
 }
 
