@@ -34,10 +34,6 @@ HANDLE OpenServerProcess(HWND window);
 // Waits for a process handle; its exit code, or testing_support::kStillRunning.
 DWORD WaitForExit(HANDLE process, DWORD timeoutMs);
 
-// Runs a program with the file `inputPath` as its standard input; its exit
-// code, or testing_support::kStillRunning.
-DWORD RunWithInput(const std::wstring& commandLine, const std::wstring& inputPath, DWORD timeoutMs);
-
 // The atom road as a sender uses it; the window's result.
 LRESULT SendAtomLine(HWND window, const std::wstring& text);
 
