@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -57,28 +58,22 @@ TEST(FillRecordTest, KeepsAtMost128UnitsPadsWithZerosAndStampsTheLocalTime)
     }
 }
 
-struct Counters {
-    int writePos, ringFull, fileOnlyLines, lineCount;
-};
-
-void ExpectCounters(const MessageRing& ring, Counters expected)
+// writePos, ringFull, fileOnlyLines, lineCount.
+std::tuple<int, int, int, int> Counters(const MessageRing& ring)
 {
-    EXPECT_EQ(ring.writePos, expected.writePos);
-    EXPECT_EQ(ring.ringFull, expected.ringFull);
-    EXPECT_EQ(ring.fileOnlyLines, expected.fileOnlyLines);
-    EXPECT_EQ(ring.lineCount, expected.lineCount);
+    return std::make_tuple(ring.writePos, ring.ringFull, ring.fileOnlyLines, ring.lineCount);
 }
 
 TEST_F(RingTest, RingBecomesFullOneAddEarlyAndFileOnlyLinesFollow)
 {
     AddLines(*ring, 0, 4998);
-    ExpectCounters(*ring, {4998, 0, 0, 4998});
+    EXPECT_EQ(Counters(*ring), std::make_tuple(4998, 0, 0, 4998));
     ring->AddMessage(L"4999th");
-    ExpectCounters(*ring, {4999, 1, 1, 4999});
+    EXPECT_EQ(Counters(*ring), std::make_tuple(4999, 1, 1, 4999));
     ring->AddMessage(L"5000th");
-    ExpectCounters(*ring, {0, 1, 2, 5000});
+    EXPECT_EQ(Counters(*ring), std::make_tuple(0, 1, 2, 5000));
     ring->AddMessage(L"5001st");
-    ExpectCounters(*ring, {1, 1, 3, 5001});
+    EXPECT_EQ(Counters(*ring), std::make_tuple(1, 1, 3, 5001));
     EXPECT_EQ(std::wstring(ring->ring[4999].text), L"5000th");
     EXPECT_EQ(std::wstring(ring->ring[0].text), L"5001st");
 }
