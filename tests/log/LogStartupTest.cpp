@@ -113,13 +113,12 @@ TEST_F(StartupTest, ThirtyOneByteFileFailsCreationSilently)
     EXPECT_TRUE(host.events.empty());
 }
 
-TEST_F(StartupTest, NewerFormatIsLeftAloneForANewFile)
+TEST_F(StartupTest, NewerFormatOrUnopenableFileIsLeftAloneForANewFile)
 {
     const std::vector<unsigned char> newer = MakeLogImage(L"7.500000", 3);
     WriteFileBytes(PathOf(L"2603031300.qxl"), newer);
     testNow = LocalTime(2026, 3, 3, 14, 9);
     EXPECT_EQ(writer.OpenCurrentLogFile(dir.Path().c_str(), L"2603031300.qxl"), 0);
-
     Events expected = NewFileEvents();
     expected.insert(expected.end(), kOpened.begin(), kOpened.end());
     EXPECT_EQ(host.events, expected);
@@ -128,14 +127,12 @@ TEST_F(StartupTest, NewerFormatIsLeftAloneForANewFile)
     EXPECT_EQ(ReadFileBytes(PathOf(L"2603031300.qxl")), newer);
     EXPECT_EQ(ReadFileBytes(PathOf(L"2603031409.qxl")).size(), 272u);
     EXPECT_EQ(writer.CurrentFile(), INVALID_HANDLE_VALUE);
-}
 
-TEST_F(StartupTest, UnopenableFileIsReplacedByANewOne)
-{
-    WriteFileBytes(PathOf(L"2603031300.qxl"), MakeLogImage(L"7.000000", 3));
-    ExclusiveOpen lock(PathOf(L"2603031300.qxl"));
-    EXPECT_EQ(writer.OpenCurrentLogFile(dir.Path().c_str(), L"2603031300.qxl"), 0);
-    EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(kCurrentName));
+    WriteFileBytes(PathOf(L"2603031200.qxl"), MakeLogImage(L"7.000000", 3));
+    ExclusiveOpen lock(PathOf(L"2603031200.qxl"));
+    testNow = LocalTime(2026, 3, 3, 14, 10);
+    EXPECT_EQ(writer.OpenCurrentLogFile(dir.Path().c_str(), L"2603031200.qxl"), 0);
+    EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(L"2603031410.qxl"));
     EXPECT_EQ(ring->lineCount, 0);
 }
 
