@@ -84,7 +84,7 @@ protected:
     std::wstring englishTitle;
 };
 
-TEST_F(Installation, WithoutSelectionFileTheChineseModuleIsUsed)
+TEST_F(Installation, WithoutSelectionFileTheChineseModuleNamedAfterTheProgramIsUsed)
 {
     RemoveModule(L"Lang\\EN\\OrielEN.dll");
     Outcome outcome = Launch();
@@ -95,6 +95,12 @@ TEST_F(Installation, WithoutSelectionFileTheChineseModuleIsUsed)
     // The first start wrote the settings and made the default save directory.
     EXPECT_TRUE(testing_support::FileExists(dir / L"config\\ShowMess.ini"));
     EXPECT_TRUE(testing_support::FileExists(dir / L"log"));
+
+    // The module is named after the program (the first-dot rule is tested on its own).
+    CopyModule(L"Oriel.exe", L"Oriel2.exe");
+    EXPECT_EQ(kExitRefused, Launch(L"Oriel2.exe").exitCode) << "no Oriel2CHS.dll yet";
+    CopyModule(L"Lang\\CHS\\OrielCHS.dll", L"Lang\\CHS\\Oriel2CHS.dll");
+    EXPECT_EQ(0u, Launch(L"Oriel2.exe").exitCode);
 }
 
 TEST_F(Installation, OnlyTheExactSpellingSelectsChineseWhichMustThenBeInstalled)
@@ -109,16 +115,6 @@ TEST_F(Installation, OnlyTheExactSpellingSelectsChineseWhichMustThenBeInstalled)
     outcome = Launch();
     EXPECT_EQ(englishTitle, outcome.title);
     EXPECT_EQ(0u, outcome.exitCode);
-}
-
-// The pure rule (up to the first dot) is tested on its own; this is that the
-// program applies it to its own name.
-TEST_F(Installation, ModuleNameFollowsTheProgramName)
-{
-    CopyModule(L"Oriel.exe", L"Oriel2.exe");
-    EXPECT_EQ(kExitRefused, Launch(L"Oriel2.exe").exitCode) << "no Oriel2CHS.dll yet";
-    CopyModule(L"Lang\\CHS\\OrielCHS.dll", L"Lang\\CHS\\Oriel2CHS.dll");
-    EXPECT_EQ(0u, Launch(L"Oriel2.exe").exitCode);
 }
 
 } // namespace
