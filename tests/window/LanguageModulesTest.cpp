@@ -76,7 +76,7 @@ protected:
     HMODULE module = nullptr;
 };
 
-TEST_P(ModuleContents, HoldsEveryStringWithTheArgumentsItIsFormattedWith)
+TEST_P(ModuleContents, HoldsEveryStringWithTheArgumentsItIsFormattedWithAndTheIcon)
 {
     for (const StringEntry& entry : kStrings) {
         std::wstring text = LoadWhole(module, entry.id);
@@ -91,6 +91,8 @@ TEST_P(ModuleContents, HoldsEveryStringWithTheArgumentsItIsFormattedWith)
     // Looked up in the program file, never in a language module.
     EXPECT_TRUE(LoadWhole(module, IDS_ABOUT_FALLBACK).empty());
     EXPECT_TRUE(LoadWhole(module, IDS_AUX_FALLBACK).empty());
+    for (int id : kIcons)
+        EXPECT_NE(nullptr, ::LoadIconW(module, MAKEINTRESOURCEW(id))) << "icon " << id;
 }
 
 TEST_P(ModuleContents, RecordLineFormatReadsAsDateTimeThenText)
@@ -141,23 +143,17 @@ TEST_P(ModuleContents, DialogsHaveEveryControlOfTheRightKind)
             EXPECT_STREQ(button ? L"Button" : kind == ControlKind::Edit ? L"Edit" : L"Static", className)
                 << control.id;
             const LONG style = ::GetWindowLongW(item, GWL_STYLE), type = style & 0x0F;
-            if (kind == ControlKind::PushButton)
-                EXPECT_TRUE(type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON) << control.id;
-            if (kind == ControlKind::RadioButton)
-                EXPECT_TRUE(type == BS_RADIOBUTTON || type == BS_AUTORADIOBUTTON) << control.id;
-            if (kind == ControlKind::ClickThroughText)
-                EXPECT_EQ(0, style & SS_NOTIFY) << control.id;
+            const bool styleFits =
+                kind == ControlKind::PushButton ? type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON
+                : kind == ControlKind::RadioButton ? type == BS_RADIOBUTTON || type == BS_AUTORADIOBUTTON
+                : kind == ControlKind::ClickThroughText ? (style & SS_NOTIFY) == 0
+                                                        : true;
+            EXPECT_TRUE(styleFits) << "dialog " << entry.id << " control " << control.id;
             EXPECT_EQ(control.startsDisabled, !::IsWindowEnabled(item))
                 << "dialog " << entry.id << " control " << control.id;
         }
         ::DestroyWindow(dialog);
     }
-}
-
-TEST_P(ModuleContents, CarriesTheWindowIcon)
-{
-    for (int id : kIcons)
-        EXPECT_NE(nullptr, ::LoadIconW(module, MAKEINTRESOURCEW(id))) << "icon " << id;
 }
 
 INSTANTIATE_TEST_SUITE_P(BothLanguages, ModuleContents, ::testing::ValuesIn(kModules), [](const auto& info) {

@@ -95,7 +95,7 @@ TEST_F(WindowLayer, HandledMessageSkipsTheDefaultProcedureAndAClearedFlagRunsIt)
     EXPECT_EQ(L"after", Title());
 }
 
-TEST_F(WindowLayer, CommandsMatchOnTheLowWordAndOnlyTheFirstMatchingEntryRuns)
+TEST_F(WindowLayer, CommandsMatchOnTheLowWordOnlyTheFirstEntryRunsAndTheHandleIsForgotten)
 {
     HWND control = window.Handle();
     EXPECT_EQ(11, ::SendMessageW(window.Handle(), WM_COMMAND, MAKEWPARAM(kFirstCommand, 0x1234),
@@ -110,10 +110,8 @@ TEST_F(WindowLayer, CommandsMatchOnTheLowWordAndOnlyTheFirstMatchingEntryRuns)
     // The first entry clears the flag: the default procedure answers, not the second entry.
     EXPECT_EQ(0, ::SendMessageW(window.Handle(), WM_USER + 1, 0, 0));
     EXPECT_EQ(std::vector<std::string>{"user-first"}, window.calls);
-}
 
-TEST_F(WindowLayer, ObjectForgetsItsHandleWhenTheWindowIsDestroyed)
-{
+    // The object forgets its handle when the window is destroyed.
     HWND hwnd = window.Handle();
     ::DestroyWindow(hwnd);
     EXPECT_EQ(nullptr, window.Handle());
