@@ -88,17 +88,15 @@ void ExpectLine(const MessageRing& ring, int line, int slot, int remaining, int 
     EXPECT_EQ(std::wstring(ring.ring[span.slot].text), Line(holds)) << "line " << line;
 }
 
-TEST_F(RingTest, LineRuleBeforeTheRingIsFull)
+TEST_F(RingTest, LineRuleCountsFromTheFileAndLagsOneLineOnceFull)
 {
     ring->ResetForOpenedFile(7);
     AddLines(*ring, 0, 10);
     // Line 7 is the first ring line; line 16 the newest.
     ExpectLine(*ring, 7, 0, 10, 0);
     ExpectLine(*ring, 16, 9, 1, 9);
-}
 
-TEST_F(RingTest, LineRuleLagsOneLineOnceFull)
-{
+    ring->ResetForNewFile();
     AddLines(*ring, 0, 4999);
     // writePos 4999 and base 5000: every ring line shows the line before it.
     ExpectLine(*ring, 1, 0, 4999, 0);
