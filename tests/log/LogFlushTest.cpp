@@ -11,13 +11,6 @@ using testing_support::ReadFileBytes;
 using testing_support::WriteFileBytes;
 using Events = std::vector<std::wstring>;
 
-ULONGLONG Ticks(SYSTEMTIME time)
-{
-    FILETIME file;
-    EXPECT_TRUE(::SystemTimeToFileTime(&time, &file));
-    return (static_cast<ULONGLONG>(file.dwHighDateTime) << 32) | file.dwLowDateTime;
-}
-
 ULONGLONG Ticks(const DecodedRecord& r)
 {
     return Ticks(SYSTEMTIME{r.year, r.month, 0, r.day, r.hour, r.minute, r.second, r.milliseconds});

@@ -1,5 +1,7 @@
 #include "ring/MessageRing.h"
 
+#include "TestClock.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -9,13 +11,6 @@
 #include <utility>
 
 namespace {
-
-ULONGLONG Ticks(const SYSTEMTIME& time)
-{
-    FILETIME file;
-    EXPECT_TRUE(::SystemTimeToFileTime(&time, &file));
-    return (static_cast<ULONGLONG>(file.dwHighDateTime) << 32) | file.dwLowDateTime;
-}
 
 std::wstring FieldText(const MessageRecord& record)
 {
