@@ -108,27 +108,3 @@ LRESULT SendAtomLine(HWND window, const std::wstring& text)
     ::GlobalDeleteAtom(atom);
     return result;
 }
-
-ShowMessClient::ShowMessClient()
-    : created_(::CoCreateInstance(CLSID_ShowMess, nullptr, CLSCTX_LOCAL_SERVER, IID_IShowMess,
-                                  reinterpret_cast<void**>(&object_)))
-{
-}
-
-ShowMessClient::~ShowMessClient()
-{
-    Release();
-}
-
-HRESULT ShowMessClient::Show(const std::wstring& text)
-{
-    return object_->ShowMessage(reinterpret_cast<unsigned short*>(const_cast<wchar_t*>(text.c_str())));
-}
-
-void ShowMessClient::Release()
-{
-    if (object_ != nullptr) {
-        object_->Release();
-        object_ = nullptr;
-    }
-}
