@@ -61,11 +61,16 @@ protected:
     HWND window = nullptr;
 };
 
-TEST_F(Intake, LinesFromBothRoadsReachTheLogInTheirOrder)
+TEST_F(Intake, LinesFromBothRoadsReachTheLogInTheirOrderAndOnlyIShowMessIsOffered)
 {
     auto server = StartServer();
+    IDispatch* dispatch = nullptr;
+    EXPECT_EQ(E_NOINTERFACE, ::CoCreateInstance(CLSID_ShowMess, nullptr, CLSCTX_LOCAL_SERVER,
+                                                IID_IDispatch, reinterpret_cast<void**>(&dispatch)));
     ShowMessClient client;
     ASSERT_EQ(S_OK, client.created());
+    EXPECT_EQ(E_NOINTERFACE,
+              client.get()->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&dispatch)));
 
     const std::wstring longLine = std::wstring(100, L'a') + std::wstring(100, L'b') + std::wstring(100, L'c');
     const std::wstring atom127(127, L'q');
@@ -96,32 +101,6 @@ TEST_F(Intake, LinesFromBothRoadsReachTheLogInTheirOrder)
             EXPECT_LE(TimeOf(log.records[i - 1]), TimeOf(log.records[i])) << "record " << i;
         }
     }
-}
-
-TEST_F(Intake, OnlyIShowMessIsOfferedAcrossProcesses)
-{
-    auto server = StartServer();
-    IDispatch* dispatch = nullptr;
-    EXPECT_EQ(E_NOINTERFACE, ::CoCreateInstance(CLSID_ShowMess, nullptr, CLSCTX_LOCAL_SERVER,
-                                                IID_IDispatch, reinterpret_cast<void**>(&dispatch)));
-    ShowMessClient client;
-    ASSERT_EQ(S_OK, client.created());
-    EXPECT_EQ(E_NOINTERFACE, client.get()->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&dispatch)));
-    client.Release();
-    CloseServer(*server);
-}
-
-TEST_F(Intake, ASecondInstanceEndsAtOnceAndTheFirstGoesOn)
-{
-    auto server = StartServer();
-    const std::wstring program = ServerInstallation::Quoted(ServerInstallation::Program());
-    EXPECT_EQ(kExitRefused, RunProcess(program, 10000));
-    EXPECT_EQ(kExitRefused, RunProcess(program + L" /RegServer", 10000)) << "needs the first closed";
-    EXPECT_EQ(0, SendAtomLine(window, L"still here"));
-    CloseServer(*server);
-    DecodedLog log = ServerInstallation::NewestLog();
-    ASSERT_EQ(1u, log.records.size());
-    EXPECT_EQ(L"still here", log.records[0].text);
 }
 
 // Started by the platform for a client, the server runs until 5 quiet
@@ -158,21 +137,25 @@ TEST_F(Intake, AnActivatedServerEndsFiveSecondsAfterItsLastClient)
     EXPECT_EQ(0u, ServerInstallation::NewestLog().records.size()) << "pending lines are not written";
 }
 
-TEST_F(Intake, ShowmessFeedsStandardInputAndArgumentsThroughBothRoads)
+TEST_F(Intake, ASecondInstanceEndsAtOnceAndShowmessFeedsInputAndArgumentsThroughBothRoads)
 {
     auto server = StartServer();
+    const std::wstring program = ServerInstallation::Quoted(ServerInstallation::Program());
+    EXPECT_EQ(kExitRefused, RunProcess(program, 10000));
+    EXPECT_EQ(kExitRefused, RunProcess(program + L" /RegServer", 10000)) << "needs the first closed";
+    EXPECT_EQ(0, SendAtomLine(window, L"still here"));
     const std::wstring tool = ServerInstallation::Quoted(ServerInstallation::Dir() + L"\\showmess.exe");
     const std::string input = "Pump P-3 \xE6\xB3\xB5 on\r\n\r\nFeeder F-1 stopped";
     testing_support::TempDir inputDir;
     testing_support::WriteFileBytes(inputDir / L"lines.txt",
                                     std::vector<unsigned char>(input.begin(), input.end()));
-    EXPECT_EQ(0u, RunWithInput(tool, inputDir / L"lines.txt", 20000));
+    EXPECT_EQ(0u, RunProcess(L"cmd /c \"" + tool + L" < \"" + (inputDir / L"lines.txt") + L"\"\"", 20000));
     EXPECT_EQ(0u, RunProcess(tool + L" --atom \"Valve V-9 closed\" \"Valve V-10 closed\"", 20000));
     EXPECT_EQ(0u, RunProcess(tool + L" --count 3 Load --close", 20000));
     EXPECT_EQ(0u, server->Wait(10000));
     EXPECT_EQ(1u, RunProcess(tool + L" --atom \"no window\"", 20000));
 
-    const std::wstring expected[] = {L"Pump P-3 \x6CF5 on", L"", L"Feeder F-1 stopped",
+    const std::wstring expected[] = {L"still here", L"Pump P-3 \x6CF5 on", L"", L"Feeder F-1 stopped",
                                      L"Valve V-9 closed", L"Valve V-10 closed",
                                      L"Load 1", L"Load 2", L"Load 3"};
     DecodedLog log = ServerInstallation::NewestLog();

@@ -30,7 +30,7 @@ const wchar_t kClassScript[] = LR"(HKCR
     }
 })";
 
-TEST(RegistryScript, RegistrationWritesParentsFirstAndReplacesForceRemoveKeys)
+TEST(RegistryScript, RegistrationWritesParentsFirstReplacesForceRemoveKeysAndExpandsTheModule)
 {
     std::vector<Op> expected = {
         {Op::CreateKey, L"Oriel.ShowMess", L"", L""},
@@ -47,6 +47,9 @@ TEST(RegistryScript, RegistrationWritesParentsFirstAndReplacesForceRemoveKeys)
     };
     auto keys = Parse(ExpandModulePath(kClassScript, L"C:\\O'Neil\\Oriel.exe"));
     EXPECT_EQ(expected, RegistrationOperations(keys));
+    // The module path's quotes are doubled; other percent signs are kept.
+    EXPECT_EQ(L"'C:\\a''b\\O.exe' 100% %PATH%",
+              ExpandModulePath(L"'%MODULE%' 100%% %PATH%", L"C:\\a'b\\O.exe"));
 }
 
 TEST(RegistryScript, RemovalDeletesWholeKeysButKeepsNoRemoveParents)
@@ -70,12 +73,6 @@ TEST(RegistryScript, QuotedNamesAndValuesKeepSpacesBracesAndDoubledQuotes)
     EXPECT_EQ(L"", keys[0].subkeys[0].defaultValue);
     ASSERT_EQ(1u, keys[0].values.size());
     EXPECT_EQ(L"x y", keys[0].values[0].first);
-}
-
-TEST(RegistryScript, ModulePathReplacementDoublesQuotesAndKeepsOtherPercents)
-{
-    EXPECT_EQ(L"'C:\\a''b\\O.exe' 100% %PATH%",
-              ExpandModulePath(L"'%MODULE%' 100%% %PATH%", L"C:\\a'b\\O.exe"));
 }
 
 TEST(RegistryScript, RefusesWhatItDoesNotUnderstand)

@@ -101,58 +101,10 @@ DWORD WaitForExit(HANDLE process, DWORD timeoutMs)
     return exitCode;
 }
 
-DWORD RunWithInput(const std::wstring& commandLine, const std::wstring& inputPath, DWORD timeoutMs)
-{
-    SECURITY_ATTRIBUTES inherit = {sizeof inherit, nullptr, TRUE};
-    HANDLE input = ::CreateFileW(inputPath.c_str(), GENERIC_READ, FILE_SHARE_READ, &inherit,
-                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    Require(input != INVALID_HANDLE_VALUE, "cannot open the input file");
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdInput = input;
-    startup.hStdOutput = ::GetStdHandle(STD_OUTPUT_HANDLE);
-    startup.hStdError = ::GetStdHandle(STD_ERROR_HANDLE);
-    PROCESS_INFORMATION process = {};
-    std::wstring line = commandLine;
-    const BOOL started = ::CreateProcessW(nullptr, &line[0], nullptr, nullptr, TRUE, 0, nullptr,
-                                          nullptr, &startup, &process);
-    ::CloseHandle(input);
-    Require(started != FALSE, "cannot start the program");
-    const DWORD exitCode = WaitForExit(process.hProcess, timeoutMs);
-    ::CloseHandle(process.hThread);
-    ::CloseHandle(process.hProcess);
-    return exitCode;
-}
-
 LRESULT SendAtomLine(HWND window, const std::wstring& text)
 {
     ATOM atom = ::GlobalAddAtomW(text.c_str());
     LRESULT result = ::SendMessageW(window, WM_MESSATOM, atom, 0);
     ::GlobalDeleteAtom(atom);
     return result;
-}
-
-ShowMessClient::ShowMessClient()
-    : created_(::CoCreateInstance(CLSID_ShowMess, nullptr, CLSCTX_LOCAL_SERVER, IID_IShowMess,
-                                  reinterpret_cast<void**>(&object_)))
-{
-}
-
-ShowMessClient::~ShowMessClient()
-{
-    Release();
-}
-
-HRESULT ShowMessClient::Show(const std::wstring& text)
-{
-    return object_->ShowMessage(reinterpret_cast<unsigned short*>(const_cast<wchar_t*>(text.c_str())));
-}
-
-void ShowMessClient::Release()
-{
-    if (object_ != nullptr) {
-        object_->Release();
-        object_ = nullptr;
-    }
 }

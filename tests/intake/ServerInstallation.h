@@ -34,25 +34,33 @@ HANDLE OpenServerProcess(HWND window);
 // Waits for a process handle; its exit code, or testing_support::kStillRunning.
 DWORD WaitForExit(HANDLE process, DWORD timeoutMs);
 
-// Runs a program with the file `inputPath` as its standard input; its exit
-// code, or testing_support::kStillRunning.
-DWORD RunWithInput(const std::wstring& commandLine, const std::wstring& inputPath, DWORD timeoutMs);
-
 // The atom road as a sender uses it; the window's result.
 LRESULT SendAtomLine(HWND window, const std::wstring& text);
 
 // A ShowMess object of the local server, released by the object.
 class ShowMessClient {
 public:
-    ShowMessClient();
-    ~ShowMessClient();
+    ShowMessClient()
+        : created_(::CoCreateInstance(CLSID_ShowMess, nullptr, CLSCTX_LOCAL_SERVER, IID_IShowMess,
+                                      reinterpret_cast<void**>(&object_)))
+    {
+    }
+    ~ShowMessClient() { Release(); }
     ShowMessClient(const ShowMessClient&) = delete;
     ShowMessClient& operator=(const ShowMessClient&) = delete;
 
     HRESULT created() const { return created_; }
-    HRESULT Show(const std::wstring& text);
+    HRESULT Show(const std::wstring& text)
+    {
+        return object_->ShowMessage(reinterpret_cast<unsigned short*>(const_cast<wchar_t*>(text.c_str())));
+    }
     IShowMess* get() const { return object_; }
-    void Release();
+    void Release()
+    {
+        if (object_ != nullptr)
+            object_->Release();
+        object_ = nullptr;
+    }
 
 private:
     IShowMess* object_ = nullptr;  // before created_: the creation fills it

@@ -29,15 +29,10 @@ unsigned short* Units(const std::wstring& text)
     return reinterpret_cast<unsigned short*>(const_cast<wchar_t*>(text.c_str()));
 }
 
-const MessageRecord& NewestRecord()
-{
-    const MessageRing& ring = sink.ring;
-    return ring.ring[(ring.writePos + kRingSlots - 1) % kRingSlots];
-}
-
 std::wstring NewestText()
 {
-    const MessageRecord& record = NewestRecord();
+    const MessageRing& ring = sink.ring;
+    const MessageRecord& record = ring.ring[(ring.writePos + kRingSlots - 1) % kRingSlots];
     return std::wstring(record.text, wcsnlen(record.text, kMessageTextUnits));
 }
 
@@ -66,7 +61,7 @@ TEST(ShowMess, OffersIUnknownAndIShowMessOnly)
     EXPECT_EQ(0u, object->Release());
 }
 
-TEST(ShowMess, HoldsOneModuleLockForItsLifetime)
+TEST(ShowMess, EachObjectAndEachFactoryLockHoldsOneModuleLock)
 {
     const LONG before = exeModule.LockCount();
     IShowMess* first = CreatePlain();
@@ -83,12 +78,8 @@ TEST(ShowMess, HoldsOneModuleLockForItsLifetime)
     void* refused = nullptr;
     EXPECT_EQ(E_NOINTERFACE, CShowMess::Create(nullptr, IID_IDispatch, &refused));
     EXPECT_EQ(before, exeModule.LockCount()) << "a refused creation leaves nothing behind";
-}
 
-TEST(ShowMess, ClassFactoryCreatesObjectsAndLocksTheServer)
-{
     CShowMessFactory factory;
-    const LONG before = exeModule.LockCount();
     IShowMess* object = nullptr;
     EXPECT_EQ(S_OK, factory.CreateInstance(nullptr, IID_IShowMess, reinterpret_cast<void**>(&object)));
     ASSERT_NE(nullptr, object);
@@ -99,29 +90,19 @@ TEST(ShowMess, ClassFactoryCreatesObjectsAndLocksTheServer)
     EXPECT_EQ(before, exeModule.LockCount());
 }
 
-TEST(ShowMess, EveryCallAddsOneLineAndSucceeds)
+// The cut at 128 units and the empty line are checked through the same
+// call from another process by the intake end-to-end test.
+TEST(ShowMess, EveryCallAddsOneLineAsItCameAndSucceeds)
 {
     IShowMess* object = CreatePlain();
     const int lines = sink.ring.lineCount;
-    SYSTEMTIME now;
-    ::GetLocalTime(&now);
-
     EXPECT_EQ(S_OK, object->ShowMessage(Units(L"Pump P-101 started")));
     EXPECT_EQ(L"Pump P-101 started", NewestText());
-    EXPECT_EQ(now.wYear, NewestRecord().time.wYear);
-
-    EXPECT_EQ(S_OK, object->ShowMessage(Units(L"")));
-    EXPECT_EQ(L"", NewestText());
     EXPECT_EQ(S_OK, object->ShowMessage(nullptr));
     EXPECT_EQ(L"", NewestText());
-
-    const std::wstring longLine(300, L'x');
-    EXPECT_EQ(S_OK, object->ShowMessage(Units(longLine)));
-    EXPECT_EQ(longLine.substr(0, kMessageTextUnits), NewestText()) << "no room for a zero";
-
     EXPECT_EQ(S_OK, object->ShowMessage(Units(L"\x6CF5 line\r\nbreak\t")));
-    EXPECT_EQ(L"\x6CF5 line\r\nbreak\t", NewestText()) << "stored as it came";
-    EXPECT_EQ(lines + 5, sink.ring.lineCount);
+    EXPECT_EQ(L"\x6CF5 line\r\nbreak\t", NewestText());
+    EXPECT_EQ(lines + 3, sink.ring.lineCount);
     object->Release();
 }
 

@@ -11,25 +11,27 @@ using testing_support::ReadFileBytes;
 using testing_support::WriteFileBytes;
 using Events = std::vector<std::wstring>;
 
-ULONGLONG Ticks(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD second, WORD ms)
-{
-    SYSTEMTIME time = {year, month, 0, day, hour, minute, second, ms};
-    FILETIME file;
-    EXPECT_TRUE(::SystemTimeToFileTime(&time, &file));
-    return (static_cast<ULONGLONG>(file.dwHighDateTime) << 32) | file.dwLowDateTime;
-}
-
-ULONGLONG Ticks(const SYSTEMTIME& t)
-{
-    return Ticks(t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond, t.wMilliseconds);
-}
-
 ULONGLONG Ticks(const DecodedRecord& r)
 {
-    return Ticks(r.year, r.month, r.day, r.hour, r.minute, r.second, r.milliseconds);
+    return Ticks(SYSTEMTIME{r.year, r.month, 0, r.day, r.hour, r.minute, r.second, r.milliseconds});
 }
 
-using FlushTest = WriterTest;
+class FlushTest : public WriterTest {
+protected:
+    // After a flush in a later minute that could not write the current file:
+    // one switch to a new file, which holds only its header (no empty records
+    // for the stale count), and the old file untouched.
+    void ExpectSwitchedToANewFile()
+    {
+        EXPECT_EQ(host.events, NewFileEvents());
+        EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(L"2603031406.qxl"));
+        EXPECT_EQ(ring->lineCount, 0);
+        const std::vector<unsigned char> bytes = ReadFileBytes(PathOf(L"2603031406.qxl"));
+        EXPECT_EQ(bytes.size(), 272u);
+        EXPECT_EQ(DecodeLog(bytes).version, L"7.000000");
+        EXPECT_EQ(ReadFileBytes(PathOf(kCurrentName)).size(), 272u);
+    }
+};
 
 TEST_F(FlushTest, NothingPendingTouchesNoFile)
 {
@@ -146,34 +148,22 @@ TEST_F(FlushTest, OlderAndLongerVersionTextsAreAppendedTo)
     EXPECT_TRUE(host.events.empty());
 }
 
-TEST_F(FlushTest, LockedFileInTheSameMinuteIsReported)
-{
-    Open();
-    ExclusiveOpen lock(PathOf(kCurrentName));
-    AddLines(0, 3);
-    // The new file would have the same name: it cannot be opened either.
-    EXPECT_EQ(writer.FlushPending(ring->PendingCount()), 0);
-    EXPECT_EQ(host.events, (Events{SystemBoxEvent(ERROR_SHARING_VIOLATION)}));
-    EXPECT_EQ(ring->PendingCount(), 3);
-}
-
-TEST_F(FlushTest, LockedFileSwitchesToANewFileOnceAndDropsThePending)
+TEST_F(FlushTest, LockedFileIsReportedInTheSameMinuteAndSwitchedFromLater)
 {
     Open();
     AddLines(0, 3);
-    testNow = LocalTime(2026, 3, 3, 14, 6, 1);
     {
         ExclusiveOpen lock(PathOf(kCurrentName));
+        // The new file would have the same name: it cannot be opened either.
+        EXPECT_EQ(writer.FlushPending(ring->PendingCount()), 0);
+        EXPECT_EQ(host.events, (Events{SystemBoxEvent(ERROR_SHARING_VIOLATION)}));
+        EXPECT_EQ(ring->PendingCount(), 3);
+
+        host.events.clear();
+        testNow = LocalTime(2026, 3, 3, 14, 6, 1);
         EXPECT_EQ(writer.FlushPending(3), 1);
     }
-    EXPECT_EQ(host.events, NewFileEvents());
-    EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(L"2603031406.qxl"));
-    EXPECT_EQ(ring->lineCount, 0);
-    // Header only: no empty records for the stale count.
-    const std::vector<unsigned char> bytes = ReadFileBytes(PathOf(L"2603031406.qxl"));
-    EXPECT_EQ(bytes.size(), 272u);
-    EXPECT_EQ(DecodeLog(bytes).version, L"7.000000");
-    EXPECT_EQ(ReadFileBytes(PathOf(kCurrentName)).size(), 272u);
+    ExpectSwitchedToANewFile();
 }
 
 TEST_F(FlushTest, ReadOnlyFileIsReplacedByANewOne)
@@ -189,9 +179,7 @@ TEST_F(FlushTest, ReadOnlyFileIsReplacedByANewOne)
     AddLines(0, 3);
     testNow = LocalTime(2026, 3, 3, 14, 6, 1);
     EXPECT_EQ(writer.FlushPending(3), 1);
-    EXPECT_EQ(host.events, NewFileEvents());
-    EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(L"2603031406.qxl"));
-    EXPECT_EQ(ReadFileBytes(PathOf(kCurrentName)).size(), 272u);
+    ExpectSwitchedToANewFile();
 }
 
 TEST_F(FlushTest, TimedFlushEverySaveTimeSeconds)
@@ -233,21 +221,18 @@ TEST_F(FlushTest, SaveTimeZeroFlushesOnlyANearlyFullRing)
     EXPECT_EQ(ReadLog().records.size(), 4001u);
 }
 
-TEST_F(FlushTest, DiskFullErrorStopsTimersAndAnnouncesBeforeTheBox)
-{
-    Open();
-    ::SetLastError(ERROR_DISK_FULL);
-    writer.ReportFileError(true);
-    EXPECT_EQ(host.events, (Events{L"stop 0", L"stop 1", L"announce 1", SystemBoxEvent(ERROR_DISK_FULL)}));
-    EXPECT_EQ(writer.DiskFullState(), 1);
-}
-
-TEST_F(FlushTest, DiskFullErrorWithoutTheWindowOnlyShowsTheBox)
+TEST_F(FlushTest, DiskFullErrorStopsTimersAndAnnouncesBeforeTheBoxOnlyWithTheWindow)
 {
     ::SetLastError(ERROR_DISK_FULL);
     writer.ReportFileError(false);
     EXPECT_EQ(host.events, (Events{SystemBoxEvent(ERROR_DISK_FULL)}));
     EXPECT_EQ(writer.DiskFullState(), 0);
+
+    Open();
+    ::SetLastError(ERROR_DISK_FULL);
+    writer.ReportFileError(true);
+    EXPECT_EQ(host.events, (Events{L"stop 0", L"stop 1", L"announce 1", SystemBoxEvent(ERROR_DISK_FULL)}));
+    EXPECT_EQ(writer.DiskFullState(), 1);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <string>
 
@@ -25,26 +26,18 @@ std::wstring Name(const SYSTEMTIME& time)
     return name;
 }
 
-TEST(LogVersionTest, TextIsTheFixedPointFormOfSeven)
+TEST(LogVersionTest, TextIsSevenAndComparisonIsByStringNotByNumber)
 {
     wchar_t text[kLogHeaderTextUnits];
     FormatLogVersion(text);
     EXPECT_EQ(std::wstring(text), L"7.000000");
     EXPECT_EQ(text[kLogHeaderTextUnits - 1], L'\0');
-}
-
-TEST(LogVersionTest, ComparisonIsByStringNotByNumber)
-{
     for (bool caseSensitive : {false, true}) {
-        EXPECT_FALSE(Newer(L"7.000000", caseSensitive));
-        EXPECT_FALSE(Newer(L"6.000000", caseSensitive));
-        EXPECT_FALSE(Newer(L"10.000000", caseSensitive));
-        EXPECT_FALSE(Newer(L"", caseSensitive));
-        EXPECT_TRUE(Newer(L"7.000001", caseSensitive));
-        EXPECT_TRUE(Newer(L"7.500000", caseSensitive));
-        EXPECT_TRUE(Newer(L"8.000000", caseSensitive));
-        // 16 units and no terminating zero: read as 16 units, longer than ours.
-        EXPECT_TRUE(Newer(L"7.00000000000000", caseSensitive));
+        for (const wchar_t* older : {L"7.000000", L"6.000000", L"10.000000", L""})
+            EXPECT_FALSE(Newer(older, caseSensitive)) << older;
+        // The last has 16 units and no terminating zero: longer than ours.
+        for (const wchar_t* newer : {L"7.000001", L"7.500000", L"8.000000", L"7.00000000000000"})
+            EXPECT_TRUE(Newer(newer, caseSensitive)) << newer;
     }
 }
 
@@ -63,68 +56,42 @@ TEST(LogFileNameTest, NamedByTheMinute)
     EXPECT_EQ(Name(LocalTime(2026, 3, 3, 14, 5, 50)), L"2603031405.qxl");
     EXPECT_EQ(Name(LocalTime(1999, 12, 31, 11, 59)), L"9912311159.qxl");
     EXPECT_EQ(Name(LocalTime(2000, 1, 1, 0, 0)), L"0001010000.qxl");
+    // The year 2100 fills the buffer.
+    EXPECT_EQ(Name(LocalTime(2100, 3, 3, 14, 5)), L"10003031405.qxl");
+    EXPECT_EQ(std::wstring(L"10003031405.qxl").size(), static_cast<size_t>(kLogFileNameUnits));
 }
 
-TEST(LogFileNameTest, YearTwentyOneHundredFillsTheBuffer)
+// The parsed time as "YYYY-MM-DD HH:MM:SS", or "none"; a failed parse must
+// leave the output alone.
+std::string Parse(const wchar_t* name)
 {
-    const std::wstring name = Name(LocalTime(2100, 3, 3, 14, 5));
-    EXPECT_EQ(name, L"10003031405.qxl");
-    EXPECT_EQ(name.size(), static_cast<size_t>(kLogFileNameUnits));
-}
-
-struct ParsedTime {
-    bool parsed;
-    SYSTEMTIME time;
-};
-
-ParsedTime Parse(const wchar_t* name)
-{
-    FILETIME sentinel = {0x12345678, 0x01ABCDEF};
+    const FILETIME sentinel = {0x12345678, 0x01ABCDEF};
     FILETIME file = sentinel;
-    ParsedTime result = {ParseLogFileTime(name, &file), {}};
-    if (!result.parsed) {
-        EXPECT_EQ(file.dwLowDateTime, sentinel.dwLowDateTime) << "unchanged on failure";
-        EXPECT_EQ(file.dwHighDateTime, sentinel.dwHighDateTime);
-    } else {
-        EXPECT_TRUE(::FileTimeToSystemTime(&file, &result.time));
+    SYSTEMTIME t = {};
+    if (!ParseLogFileTime(name, &file)) {
+        EXPECT_TRUE(file.dwLowDateTime == sentinel.dwLowDateTime &&
+                    file.dwHighDateTime == sentinel.dwHighDateTime);
+        return "none";
     }
-    return result;
+    EXPECT_TRUE(::FileTimeToSystemTime(&file, &t));
+    char text[32];
+    std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", t.wYear, t.wMonth, t.wDay, t.wHour,
+                  t.wMinute, t.wSecond);
+    return text;
 }
 
-void ExpectTime(const wchar_t* name, WORD year, WORD month, WORD day, WORD hour, WORD minute)
+TEST(ParseLogFileTimeTest, TwoDigitYearsPivotAtNinetyAndFieldsTakeLeadingDigits)
 {
-    const ParsedTime parsed = Parse(name);
-    ASSERT_TRUE(parsed.parsed) << name;
-    EXPECT_EQ(parsed.time.wYear, year) << name;
-    EXPECT_EQ(parsed.time.wMonth, month) << name;
-    EXPECT_EQ(parsed.time.wDay, day) << name;
-    EXPECT_EQ(parsed.time.wHour, hour) << name;
-    EXPECT_EQ(parsed.time.wMinute, minute) << name;
-    EXPECT_EQ(parsed.time.wSecond, 0) << name;
-}
-
-TEST(ParseLogFileTimeTest, TwoDigitYearsPivotAtNinety)
-{
-    ExpectTime(L"9912311159.qxl", 1999, 12, 31, 11, 59);
-    ExpectTime(L"9001010000.qxl", 1990, 1, 1, 0, 0);
-    ExpectTime(L"8901010000.qxl", 2089, 1, 1, 0, 0);
-    ExpectTime(L"2603031405.qxl", 2026, 3, 3, 14, 5);
-}
-
-TEST(ParseLogFileTimeTest, FieldsTakeTheirLeadingDigitsOnly)
-{
-    ExpectTime(L"260303145.qxl", 2026, 3, 3, 14, 5);   // minute field "5."
-    ExpectTime(L"2603031x05.qxl", 2026, 3, 3, 1, 5);   // hour field "1x"
-    ExpectTime(L"26030314x5.qxl", 2026, 3, 3, 14, 0);  // minute field "x5"
-}
-
-TEST(ParseLogFileTimeTest, InvalidTimesLeaveTheOutputAlone)
-{
-    for (const wchar_t* name : {L"2600031405.qxl", L"2613031405.qxl", L"2603001405.qxl",
-                                L"2602301405.qxl", L"2603032405.qxl", L"abcdefghij.qxl", L"1.qxl",
-                                L"", L"10003031405.qxl"}) {
-        EXPECT_FALSE(Parse(name).parsed) << name;
-    }
+    EXPECT_EQ(Parse(L"9912311159.qxl"), "1999-12-31 11:59:00");
+    EXPECT_EQ(Parse(L"9001010000.qxl"), "1990-01-01 00:00:00");
+    EXPECT_EQ(Parse(L"8901010000.qxl"), "2089-01-01 00:00:00");
+    EXPECT_EQ(Parse(L"2603031405.qxl"), "2026-03-03 14:05:00");
+    EXPECT_EQ(Parse(L"260303145.qxl"), "2026-03-03 14:05:00");   // minute field "5."
+    EXPECT_EQ(Parse(L"2603031x05.qxl"), "2026-03-03 01:05:00");  // hour field "1x"
+    EXPECT_EQ(Parse(L"26030314x5.qxl"), "2026-03-03 14:00:00");  // minute field "x5"
+    for (const wchar_t* name : {L"2600031405.qxl", L"2613031405.qxl", L"2603001405.qxl", L"2602301405.qxl",
+                                L"2603032405.qxl", L"abcdefghij.qxl", L"1.qxl", L"", L"10003031405.qxl"})
+        EXPECT_EQ(Parse(name), "none") << name;
 }
 
 TEST(LogExtensionTest, ExactAtStartUpAnyCaseInTheSweep)
@@ -140,7 +107,7 @@ TEST(LogExtensionTest, ExactAtStartUpAnyCaseInTheSweep)
     }
 }
 
-TEST(DateSerialTest, DaysSinceTheEndOf1899)
+TEST(DateSerialTest, DaysSinceTheEndOf1899AndZeroForInvalidDates)
 {
     EXPECT_DOUBLE_EQ(DateSerial(LocalTime(1899, 12, 30, 0, 0)), 0.0);
     EXPECT_DOUBLE_EQ(DateSerial(LocalTime(1900, 1, 1, 12, 0)), 2.5);
@@ -148,20 +115,13 @@ TEST(DateSerialTest, DaysSinceTheEndOf1899)
     EXPECT_DOUBLE_EQ(DateSerial(LocalTime(2024, 2, 29, 18, 0)), 45351.75);
     EXPECT_DOUBLE_EQ(DateSerial(LocalTime(2026, 3, 13, 14, 5, 30)),
                      46094.0 + (14 * 3600 + 5 * 60 + 30) / 86400.0);
-}
-
-TEST(DateSerialTest, InvalidDatesGiveZero)
-{
-    EXPECT_DOUBLE_EQ(DateSerial(LocalTime(2025, 2, 29, 12, 0)), 0.0);
-    EXPECT_DOUBLE_EQ(DateSerial(LocalTime(1900, 2, 29, 12, 0)), 0.0);
     EXPECT_GT(DateSerial(LocalTime(2000, 2, 29, 12, 0)), 0.0);
-    EXPECT_DOUBLE_EQ(DateSerial(LocalTime(2026, 13, 1, 0, 0)), 0.0);
-    EXPECT_DOUBLE_EQ(DateSerial(LocalTime(2026, 0, 1, 0, 0)), 0.0);
-    EXPECT_DOUBLE_EQ(DateSerial(LocalTime(2026, 4, 31, 0, 0)), 0.0);
-    EXPECT_DOUBLE_EQ(DateSerial(LocalTime(2026, 4, 1, 24, 0)), 0.0);
-    EXPECT_DOUBLE_EQ(DateSerial(LocalTime(2026, 4, 1, 0, 60)), 0.0);
-    EXPECT_DOUBLE_EQ(DateSerial(LocalTime(2026, 4, 1, 0, 0, 60)), 0.0);
-    EXPECT_DOUBLE_EQ(DateSerial(LocalTime(10000, 1, 1, 0, 0)), 0.0);
+    for (const SYSTEMTIME& invalid :
+         {LocalTime(2025, 2, 29, 12, 0), LocalTime(1900, 2, 29, 12, 0), LocalTime(2026, 13, 1, 0, 0),
+          LocalTime(2026, 0, 1, 0, 0), LocalTime(2026, 4, 31, 0, 0), LocalTime(2026, 4, 1, 24, 0),
+          LocalTime(2026, 4, 1, 0, 60), LocalTime(2026, 4, 1, 0, 0, 60), LocalTime(10000, 1, 1, 0, 0)})
+        EXPECT_DOUBLE_EQ(DateSerial(invalid), 0.0)
+            << invalid.wYear << "-" << invalid.wMonth << "-" << invalid.wDay;
 }
 
 } // namespace

@@ -22,23 +22,14 @@ void Touch(const std::wstring& path)
 
 TEST_F(RetentionTest, DeletesOnlyLogFilesOlderThanTheLimit)
 {
-    const std::vector<std::wstring> kept = {
-        L"2603031405.qxl",   // exactly at the limit
-        L"2603131000.qxl",   // recent
-        L"2701010000.qxl",   // in the future
-        L"2501010000.txt",   // not a log file
-        L"garbage.qxl",      // no time in its name
-        L"2600001405.qxl",   // no valid time in its name
-    };
-    const std::vector<std::wstring> deleted = {
-        L"2603031404.qxl",
-        L"2602011200.QXL",   // the sweep ignores the extension's case
-        L"9901010000.qxl",   // 1999
-    };
-    for (const auto& name : kept)
-        Touch(PathOf(name.c_str()));
-    for (const auto& name : deleted)
-        Touch(PathOf(name.c_str()));
+    // Kept: at the limit, recent, in the future, not a log file, no (valid) time in the name.
+    const std::vector<std::wstring> kept = {L"2603031405.qxl", L"2603131000.qxl", L"2701010000.qxl",
+                                            L"2501010000.txt", L"garbage.qxl",    L"2600001405.qxl"};
+    // Older, whatever the case of the extension; the last is from 1999.
+    const std::vector<std::wstring> deleted = {L"2603031404.qxl", L"2602011200.QXL", L"9901010000.qxl"};
+    for (const auto* names : {&kept, &deleted})
+        for (const auto& name : *names)
+            Touch(PathOf(name.c_str()));
     ASSERT_TRUE(::CreateDirectoryW(PathOf(L"2501010000.qxl").c_str(), nullptr));
 
     EXPECT_EQ(DeleteOldLogFiles(dir.Path().c_str(), PathOf(L"current.qxl").c_str(), 10, kNow), 1);
@@ -47,6 +38,8 @@ TEST_F(RetentionTest, DeletesOnlyLogFilesOlderThanTheLimit)
     for (const auto& name : deleted)
         EXPECT_FALSE(FileExists(PathOf(name.c_str()))) << name.c_str();
     EXPECT_TRUE(FileExists(PathOf(L"2501010000.qxl")));
+    // A missing directory is passed over.
+    EXPECT_EQ(DeleteOldLogFiles(PathOf(L"missing").c_str(), L"", 1, kNow), 1);
 }
 
 TEST_F(RetentionTest, CurrentFileIsKeptWhateverTheCaseOfItsPath)
@@ -57,11 +50,6 @@ TEST_F(RetentionTest, CurrentFileIsKeptWhateverTheCaseOfItsPath)
         c = static_cast<wchar_t>(::towupper(c));
     EXPECT_EQ(DeleteOldLogFiles(dir.Path().c_str(), current.c_str(), 1, kNow), 1);
     EXPECT_TRUE(FileExists(PathOf(L"2501010000.qxl")));
-}
-
-TEST_F(RetentionTest, MissingDirectoryIsPassedOver)
-{
-    EXPECT_EQ(DeleteOldLogFiles(PathOf(L"missing").c_str(), L"", 1, kNow), 1);
 }
 
 TEST_F(RetentionTest, TimerSweepsOnlyWhenDaysAreSet)

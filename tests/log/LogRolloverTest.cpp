@@ -6,47 +6,11 @@ namespace {
 
 using testing_support::FileExists;
 using testing_support::ReadFileBytes;
-using testing_support::RemoveTree;
 using Events = std::vector<std::wstring>;
 
 using RolloverTest = WriterTest;
 
-TEST_F(RolloverTest, FileWithinTheLimitIsLeftAlone)
-{
-    Open();
-    EXPECT_EQ(writer.CurrentLogFileSize(), 272u);
-    EXPECT_EQ(writer.OnTimer(LogTimer::Size), 0);
-    EXPECT_TRUE(host.events.empty());
-    EXPECT_EQ(writer.CurrentFile(), INVALID_HANDLE_VALUE);
-}
-
-TEST_F(RolloverTest, OversizedFileRollsOverToTheCurrentMinute)
-{
-    writer.SetSettings(10, 600, 0);
-    Open();
-    AddLines(0, 5);
-    testNow = LocalTime(2026, 3, 3, 14, 6, 59);
-    EXPECT_EQ(writer.OnTimer(LogTimer::Size), 0);
-
-    EXPECT_EQ(host.events, NewFileEvents());
-    EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(L"2603031406.qxl"));
-    // The pending lines went into the old file before the switch.
-    const DecodedLog old = ReadLog();
-    ASSERT_EQ(old.records.size(), 5u);
-    EXPECT_EQ(old.records[4].text, LineText(4));
-    const std::vector<unsigned char> fresh = ReadFileBytes(PathOf(L"2603031406.qxl"));
-    EXPECT_EQ(fresh.size(), 272u);
-    EXPECT_EQ(DecodeLog(fresh).version, L"7.000000");
-    EXPECT_EQ(ring->lineCount + ring->writePos + ring->unwrittenPos + ring->fileOnlyLines, 0);
-
-    // The new file is the current one: the next lines go there.
-    AddLines(5, 2);
-    writer.SetSettings(10, 600, 10);
-    EXPECT_EQ(writer.FlushPending(ring->PendingCount()), 1);
-    EXPECT_EQ(ReadLog(L"2603031406.qxl").records.size(), 2u);
-}
-
-TEST_F(RolloverTest, RolloverWithinTheSameMinuteContinuesTheFile)
+TEST_F(RolloverTest, OversizedFileContinuesWithinItsMinuteAndRollsOverToALaterOne)
 {
     writer.SetSettings(10, 600, 0);
     Open();
@@ -55,25 +19,48 @@ TEST_F(RolloverTest, RolloverWithinTheSameMinuteContinuesTheFile)
     ASSERT_EQ(ring->lineCount, 5);
     testNow = LocalTime(2026, 3, 3, 14, 5, 59);
     EXPECT_EQ(writer.OnTimer(LogTimer::Size), 0);
-
     EXPECT_EQ(host.events, NewFileEvents());
     EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(kCurrentName));
     EXPECT_EQ(ring->lineCount, 0);
     EXPECT_EQ(ring->fileOnlyLines, 0);
-    const DecodedLog log = ReadLog();
-    EXPECT_EQ(log.records.size(), 5u);
-    EXPECT_EQ(log.trailingBytes, 0u);
-
+    EXPECT_EQ(ReadLog().records.size(), 5u);
+    EXPECT_EQ(ReadLog().trailingBytes, 0u);
     // Still over the limit: the next check starts the same file again.
     host.events.clear();
     EXPECT_EQ(writer.OnTimer(LogTimer::Size), 0);
     EXPECT_EQ(host.events, NewFileEvents());
+
+    // In a later minute the pending lines go into the old file before the switch.
+    host.events.clear();
+    AddLines(5, 2);
+    testNow = LocalTime(2026, 3, 3, 14, 6, 59);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Size), 0);
+    EXPECT_EQ(host.events, NewFileEvents());
+    EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(L"2603031406.qxl"));
+    const DecodedLog old = ReadLog();
+    ASSERT_EQ(old.records.size(), 7u);
+    EXPECT_EQ(old.records[6].text, LineText(6));
+    const std::vector<unsigned char> fresh = ReadFileBytes(PathOf(L"2603031406.qxl"));
+    EXPECT_EQ(fresh.size(), 272u);
+    EXPECT_EQ(DecodeLog(fresh).version, L"7.000000");
+    EXPECT_EQ(ring->lineCount + ring->writePos + ring->unwrittenPos + ring->fileOnlyLines, 0);
+
+    // The new file is the current one: the next lines go there.
+    AddLines(7, 2);
+    writer.SetSettings(10, 600, 10);
+    EXPECT_EQ(writer.FlushPending(ring->PendingCount()), 1);
+    EXPECT_EQ(ReadLog(L"2603031406.qxl").records.size(), 2u);
 }
 
-TEST_F(RolloverTest, LimitWrapsAt4096Megabytes)
+TEST_F(RolloverTest, FileWithinTheLimitIsLeftAloneAndTheLimitWrapsAt4096Megabytes)
 {
-    writer.SetSettings(10, 600, 4096);
     Open();
+    EXPECT_EQ(writer.CurrentLogFileSize(), 272u);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Size), 0);
+    EXPECT_TRUE(host.events.empty());
+    EXPECT_EQ(writer.CurrentFile(), INVALID_HANDLE_VALUE);
+
+    writer.SetSettings(10, 600, 4096);
     testNow = LocalTime(2026, 3, 3, 14, 7);
     EXPECT_EQ(writer.OnTimer(LogTimer::Size), 0);
     EXPECT_EQ(host.events, NewFileEvents());
@@ -98,16 +85,6 @@ TEST_F(RolloverTest, DeletedCurrentFileStopsSizeCheckThenTimedFlush)
     EXPECT_EQ(ring->PendingCount(), 2);
 }
 
-TEST_F(RolloverTest, RemovedSaveDirectoryFailsTheNewFile)
-{
-    Open();
-    RemoveTree(dir.Path());
-    EXPECT_EQ(writer.StartNewLogFile(), 0);
-    EXPECT_EQ(host.events, (Events{SystemBoxEvent(ERROR_PATH_NOT_FOUND)}));
-    // Only start-up creates the directory.
-    EXPECT_FALSE(FileExists(dir.Path()));
-}
-
 TEST_F(RolloverTest, FailedRolloverStopsTheSizeCheck)
 {
     writer.SetSettings(10, 600, 0);
@@ -117,6 +94,8 @@ TEST_F(RolloverTest, FailedRolloverStopsTheSizeCheck)
     EXPECT_EQ(host.events,
               (Events{SystemBoxEvent(ERROR_PATH_NOT_FOUND), L"box 32801", L"stop 1"}));
     EXPECT_EQ(std::wstring(writer.LogFilePath()), PathOf(kCurrentName));
+    // Only start-up creates the directory.
+    EXPECT_FALSE(FileExists(PathOf(L"gone")));
 }
 
 } // namespace

@@ -1,19 +1,16 @@
 #include "ring/MessageRing.h"
 
+#include "TestClock.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <memory>
 #include <string>
+#include <tuple>
+#include <utility>
 
 namespace {
-
-ULONGLONG Ticks(const SYSTEMTIME& time)
-{
-    FILETIME file;
-    EXPECT_TRUE(::SystemTimeToFileTime(&time, &file));
-    return (static_cast<ULONGLONG>(file.dwHighDateTime) << 32) | file.dwLowDateTime;
-}
 
 std::wstring FieldText(const MessageRecord& record)
 {
@@ -36,71 +33,42 @@ struct RingTest : ::testing::Test {
     std::unique_ptr<MessageRing> ring = std::make_unique<MessageRing>();
 };
 
-TEST(FillRecordTest, KeepsAtMost128UnitsAndPadsWithZeros)
+TEST(FillRecordTest, KeepsAtMost128UnitsPadsWithZerosAndStampsTheLocalTime)
 {
+    const std::wstring a127(127, L'a'), c128(128, L'c'), zeros(kMessageTextUnits, L'\0');
+    const std::wstring c300 = c128 + std::wstring(172, L'd');
+    const std::pair<const wchar_t*, std::wstring> cases[] = {
+        {L"ab", L"ab" + std::wstring(126, L'\0')}, {a127.c_str(), a127 + L'\0'}, {c128.c_str(), c128},
+        {c300.c_str(), c128}, {L"", zeros}, {nullptr, zeros}};
     MessageRecord record;
-    std::memset(&record, 0x5A, sizeof(record));
-
-    const std::wstring short127(127, L'a');
-    FillRecord(short127.c_str(), record);
-    EXPECT_EQ(FieldText(record), short127 + L'\0');
-
-    const std::wstring exact128(128, L'b');
-    FillRecord(exact128.c_str(), record);
-    EXPECT_EQ(FieldText(record), exact128);
-
-    std::wstring long300(128, L'c');
-    long300 += std::wstring(172, L'd');
-    FillRecord(long300.c_str(), record);
-    EXPECT_EQ(FieldText(record), std::wstring(128, L'c'));
-
-    FillRecord(L"ab", record);
-    EXPECT_EQ(FieldText(record), L"ab" + std::wstring(126, L'\0'));
-}
-
-TEST(FillRecordTest, EmptyAndNullTextGiveAnAllZeroField)
-{
-    MessageRecord record;
-    for (const wchar_t* text : {L"", static_cast<const wchar_t*>(nullptr)}) {
+    for (const auto& c : cases) {
         std::memset(&record, 0x5A, sizeof(record));
-        FillRecord(text, record);
-        EXPECT_EQ(FieldText(record), std::wstring(kMessageTextUnits, L'\0'));
+        SYSTEMTIME before, after;
+        ::GetLocalTime(&before);
+        FillRecord(c.first, record);
+        ::GetLocalTime(&after);
+        EXPECT_EQ(FieldText(record), c.second);
+        EXPECT_LE(Ticks(before), Ticks(record.time));
+        EXPECT_LE(Ticks(record.time), Ticks(after));
     }
 }
 
-TEST(FillRecordTest, StampsTheLocalTimeWithMilliseconds)
+// writePos, ringFull, fileOnlyLines, lineCount.
+std::tuple<int, int, int, int> Counters(const MessageRing& ring)
 {
-    SYSTEMTIME before, after;
-    MessageRecord record;
-    ::GetLocalTime(&before);
-    FillRecord(L"x", record);
-    ::GetLocalTime(&after);
-    EXPECT_LE(Ticks(before), Ticks(record.time));
-    EXPECT_LE(Ticks(record.time), Ticks(after));
-}
-
-struct Counters {
-    int writePos, ringFull, fileOnlyLines, lineCount;
-};
-
-void ExpectCounters(const MessageRing& ring, Counters expected)
-{
-    EXPECT_EQ(ring.writePos, expected.writePos);
-    EXPECT_EQ(ring.ringFull, expected.ringFull);
-    EXPECT_EQ(ring.fileOnlyLines, expected.fileOnlyLines);
-    EXPECT_EQ(ring.lineCount, expected.lineCount);
+    return std::make_tuple(ring.writePos, ring.ringFull, ring.fileOnlyLines, ring.lineCount);
 }
 
 TEST_F(RingTest, RingBecomesFullOneAddEarlyAndFileOnlyLinesFollow)
 {
     AddLines(*ring, 0, 4998);
-    ExpectCounters(*ring, {4998, 0, 0, 4998});
+    EXPECT_EQ(Counters(*ring), std::make_tuple(4998, 0, 0, 4998));
     ring->AddMessage(L"4999th");
-    ExpectCounters(*ring, {4999, 1, 1, 4999});
+    EXPECT_EQ(Counters(*ring), std::make_tuple(4999, 1, 1, 4999));
     ring->AddMessage(L"5000th");
-    ExpectCounters(*ring, {0, 1, 2, 5000});
+    EXPECT_EQ(Counters(*ring), std::make_tuple(0, 1, 2, 5000));
     ring->AddMessage(L"5001st");
-    ExpectCounters(*ring, {1, 1, 3, 5001});
+    EXPECT_EQ(Counters(*ring), std::make_tuple(1, 1, 3, 5001));
     EXPECT_EQ(std::wstring(ring->ring[4999].text), L"5000th");
     EXPECT_EQ(std::wstring(ring->ring[0].text), L"5001st");
 }
@@ -115,17 +83,15 @@ void ExpectLine(const MessageRing& ring, int line, int slot, int remaining, int 
     EXPECT_EQ(std::wstring(ring.ring[span.slot].text), Line(holds)) << "line " << line;
 }
 
-TEST_F(RingTest, LineRuleBeforeTheRingIsFull)
+TEST_F(RingTest, LineRuleCountsFromTheFileAndLagsOneLineOnceFull)
 {
     ring->ResetForOpenedFile(7);
     AddLines(*ring, 0, 10);
     // Line 7 is the first ring line; line 16 the newest.
     ExpectLine(*ring, 7, 0, 10, 0);
     ExpectLine(*ring, 16, 9, 1, 9);
-}
 
-TEST_F(RingTest, LineRuleLagsOneLineOnceFull)
-{
+    ring->ResetForNewFile();
     AddLines(*ring, 0, 4999);
     // writePos 4999 and base 5000: every ring line shows the line before it.
     ExpectLine(*ring, 1, 0, 4999, 0);
@@ -139,7 +105,7 @@ TEST_F(RingTest, LineRuleLagsOneLineOnceFull)
     ExpectLine(*ring, 5000, 4999, 2, 4999);
 }
 
-TEST_F(RingTest, PendingCountWrapsAroundTheRing)
+TEST_F(RingTest, PendingCountWrapsAroundTheRingAndLosesAWholeRing)
 {
     AddLines(*ring, 0, 10);
     EXPECT_EQ(ring->PendingCount(), 10);
@@ -149,11 +115,8 @@ TEST_F(RingTest, PendingCountWrapsAroundTheRing)
     AddLines(*ring, 0, 15);
     EXPECT_EQ(ring->writePos, 5);
     EXPECT_EQ(ring->PendingCount(), 15);
-}
-
-TEST_F(RingTest, FiveThousandUnflushedAddsLeaveNothingPending)
-{
-    AddLines(*ring, 0, 5000);
+    // A whole ring (5000) of unflushed adds leaves nothing pending.
+    AddLines(*ring, 0, 4985);
     EXPECT_EQ(ring->PendingCount(), 0);
 }
 

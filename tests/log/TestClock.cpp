@@ -9,12 +9,5 @@ void WINAPI TestClock(LPSYSTEMTIME now)
 
 SYSTEMTIME LocalTime(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD second)
 {
-    SYSTEMTIME time = {};
-    time.wYear = year;
-    time.wMonth = month;
-    time.wDay = day;
-    time.wHour = hour;
-    time.wMinute = minute;
-    time.wSecond = second;
-    return time;
+    return {year, month, 0, day, hour, minute, second, 0};
 }

@@ -23,20 +23,3 @@ DecodedLog WriterTest::ReadLog(const wchar_t* name) const
 {
     return DecodeLog(testing_support::ReadFileBytes(PathOf(name)));
 }
-
-std::wstring LineText(int n)
-{
-    return L"line " + std::to_wstring(n);
-}
-
-ExclusiveOpen::ExclusiveOpen(const std::wstring& path)
-    : file_(::CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
-                          FILE_ATTRIBUTE_NORMAL, nullptr))
-{
-    EXPECT_NE(file_, INVALID_HANDLE_VALUE);
-}
-
-ExclusiveOpen::~ExclusiveOpen()
-{
-    ::CloseHandle(file_);
-}

@@ -1,9 +1,8 @@
 #pragma once
 #include "log/LogWriter.h"
 #include "ring/MessageRing.h"
-#include "support/TestFiles.h"
-
 #include "support/LogFileDecoder.h"
+#include "support/TestFiles.h"
 #include "RecordingHost.h"
 #include "TestClock.h"
 
@@ -34,14 +33,19 @@ protected:
     DecodedLog ReadLog(const wchar_t* name = kCurrentName) const;
 };
 
-std::wstring LineText(int n);
+inline std::wstring LineText(int n) { return L"line " + std::to_wstring(n); }
 
 // Holds a file open the way another program might, sharing nothing, so
 // that no one else can open it while the object lives.
 class ExclusiveOpen {
 public:
-    explicit ExclusiveOpen(const std::wstring& path);
-    ~ExclusiveOpen();
+    explicit ExclusiveOpen(const std::wstring& path)
+        : file_(::CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                              FILE_ATTRIBUTE_NORMAL, nullptr))
+    {
+        EXPECT_NE(file_, INVALID_HANDLE_VALUE);
+    }
+    ~ExclusiveOpen() { ::CloseHandle(file_); }
     ExclusiveOpen(const ExclusiveOpen&) = delete;
     ExclusiveOpen& operator=(const ExclusiveOpen&) = delete;
 

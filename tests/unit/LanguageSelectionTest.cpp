@@ -12,16 +12,12 @@ TEST(LanguageSelection, OnlyTheExactSuiteSpellingSelectsChinese)
     EXPECT_EQ(LanguageEnglish, LanguageCodeFromValue(L"CHINESE "));
 }
 
-TEST(LanguageSelection, ModuleDirectoryCutsAtBackslashes)
+TEST(LanguageSelection, ModulePathCutsTheDirectoryAtBackslashesAndUsesBaseNameUpToFirstDot)
 {
     EXPECT_EQ(L"C:\\Suite\\Bin", ModuleDirectoryFromPath(L"C:\\Suite\\Bin\\Oriel.exe", 0));
     EXPECT_EQ(L"C:\\Suite", ModuleDirectoryFromPath(L"C:\\Suite\\Bin\\Oriel.exe", 1));
     EXPECT_EQ(L"", ModuleDirectoryFromPath(L"Oriel.exe", 0));
     EXPECT_EQ(L"", ModuleDirectoryFromPath(L"", 0));
-}
-
-TEST(LanguageSelection, ModulePathUsesBaseNameUpToFirstDot)
-{
     const std::wstring bin = L"C:\\Suite\\Bin\\";
     EXPECT_EQ(L"C:\\Suite\\Bin\\Lang\\CHS\\OrielCHS.dll",
               LanguageModulePathFor(bin + L"Oriel.exe", LanguageChinese, 0));

@@ -7,30 +7,20 @@
 using winlayer::FormatText;
 using winlayer::JoinPath;
 
-TEST(FormatText, FollowsThePlatformWideConvention)
+TEST(FormatText, FollowsThePlatformWideConventionCutsAtCapacityAndAlwaysTerminates)
 {
     wchar_t out[64];
     // %s takes a wide string here, as the language modules' formats expect.
     int n = FormatText(out, 64, L"%04d-%02d %s|%d", 2026, 3, L"pump 3 \x6D41", 7);
     EXPECT_STREQ(L"2026-03 pump 3 \x6D41|7", out);
     EXPECT_EQ(static_cast<int>(std::wcslen(out)), n);
-}
-
-TEST(FormatText, CutsAtCapacityAndAlwaysTerminates)
-{
-    wchar_t out[8];
-    std::wmemset(out, L'#', 8);
-    int n = FormatText(out, 8, L"%s", L"0123456789");
-    EXPECT_EQ(7, n);
-    EXPECT_STREQ(L"0123456", out);
-
-    std::wmemset(out, L'#', 8);
-    n = FormatText(out, 8, L"%s", L"0123456");  // exactly capacity - 1
-    EXPECT_EQ(7, n);
-    EXPECT_STREQ(L"0123456", out);
-
-    n = FormatText(out, 8, L"%s", L"");
-    EXPECT_EQ(0, n);
+    for (const wchar_t* text : {L"0123456789", L"0123456"}) {  // too long, exactly capacity - 1
+        std::wmemset(out, L'#', 9);
+        EXPECT_EQ(7, FormatText(out, 8, L"%s", text));
+        EXPECT_STREQ(L"0123456", out);
+        EXPECT_EQ(L'#', out[8]);
+    }
+    EXPECT_EQ(0, FormatText(out, 8, L"%s", L""));
     EXPECT_STREQ(L"", out);
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <cwchar>
 #include <string>
 #include <vector>
@@ -75,7 +76,7 @@ protected:
     HMODULE module = nullptr;
 };
 
-TEST_P(ModuleContents, HoldsEveryStringWithTheArgumentsItIsFormattedWith)
+TEST_P(ModuleContents, HoldsEveryStringWithTheArgumentsItIsFormattedWithAndTheIcon)
 {
     for (const StringEntry& entry : kStrings) {
         std::wstring text = LoadWhole(module, entry.id);
@@ -90,6 +91,8 @@ TEST_P(ModuleContents, HoldsEveryStringWithTheArgumentsItIsFormattedWith)
     // Looked up in the program file, never in a language module.
     EXPECT_TRUE(LoadWhole(module, IDS_ABOUT_FALLBACK).empty());
     EXPECT_TRUE(LoadWhole(module, IDS_AUX_FALLBACK).empty());
+    for (int id : kIcons)
+        EXPECT_NE(nullptr, ::LoadIconW(module, MAKEINTRESOURCEW(id))) << "icon " << id;
 }
 
 TEST_P(ModuleContents, RecordLineFormatReadsAsDateTimeThenText)
@@ -135,29 +138,17 @@ TEST_P(ModuleContents, DialogsHaveEveryControlOfTheRightKind)
             ASSERT_NE(nullptr, item) << "dialog " << entry.id << " control " << control.id;
             wchar_t className[32] = {};
             ::GetClassNameW(item, className, 32);
-            LONG style = ::GetWindowLongW(item, GWL_STYLE);
-            LONG type = style & 0x0F;
-            switch (control.kind) {
-            case ControlKind::PushButton:
-                EXPECT_STREQ(L"Button", className);
-                EXPECT_TRUE(type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON) << control.id;
-                break;
-            case ControlKind::RadioButton:
-                EXPECT_STREQ(L"Button", className);
-                EXPECT_TRUE(type == BS_RADIOBUTTON || type == BS_AUTORADIOBUTTON) << control.id;
-                break;
-            case ControlKind::Edit:
-                EXPECT_STREQ(L"Edit", className) << control.id;
-                break;
-            case ControlKind::Text:
-            case ControlKind::Frame:
-                EXPECT_STREQ(L"Static", className) << control.id;
-                break;
-            case ControlKind::ClickThroughText:
-                EXPECT_STREQ(L"Static", className) << control.id;
-                EXPECT_EQ(0, style & SS_NOTIFY) << control.id;
-                break;
-            }
+            const ControlKind kind = control.kind;
+            const bool button = kind == ControlKind::PushButton || kind == ControlKind::RadioButton;
+            EXPECT_STREQ(button ? L"Button" : kind == ControlKind::Edit ? L"Edit" : L"Static", className)
+                << control.id;
+            const LONG style = ::GetWindowLongW(item, GWL_STYLE), type = style & 0x0F;
+            const bool styleFits =
+                kind == ControlKind::PushButton ? type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON
+                : kind == ControlKind::RadioButton ? type == BS_RADIOBUTTON || type == BS_AUTORADIOBUTTON
+                : kind == ControlKind::ClickThroughText ? (style & SS_NOTIFY) == 0
+                                                        : true;
+            EXPECT_TRUE(styleFits) << "dialog " << entry.id << " control " << control.id;
             EXPECT_EQ(control.startsDisabled, !::IsWindowEnabled(item))
                 << "dialog " << entry.id << " control " << control.id;
         }
@@ -165,20 +156,8 @@ TEST_P(ModuleContents, DialogsHaveEveryControlOfTheRightKind)
     }
 }
 
-TEST_P(ModuleContents, CarriesTheWindowIcon)
-{
-    for (int id : kIcons) {
-        HICON icon = ::LoadIconW(module, MAKEINTRESOURCEW(id));
-        EXPECT_NE(nullptr, icon) << "icon " << id;
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(BothLanguages, ModuleContents, ::testing::ValuesIn(kModules),
-                         [](const ::testing::TestParamInfo<oriel::lang::LanguageModule>& info) {
-                             return std::string(info.param.relativePath).find("CHS") !=
-                                            std::string::npos
-                                        ? "Chinese"
-                                        : "English";
-                         });
+INSTANTIATE_TEST_SUITE_P(BothLanguages, ModuleContents, ::testing::ValuesIn(kModules), [](const auto& info) {
+    return std::string(std::strstr(info.param.relativePath, "CHS") != nullptr ? "Chinese" : "English");
+});
 
 } // namespace

@@ -45,22 +45,14 @@ public:
         lastCommandControl = lParam;
         return 11;
     }
-    LRESULT OnSecond(WPARAM, LPARAM, bool&)
-    {
-        calls.push_back("second");
-        return 22;
-    }
+    LRESULT OnSecond(WPARAM, LPARAM, bool&) { calls.push_back("second"); return 22; }
     LRESULT OnUserFirst(WPARAM, LPARAM, bool& handled)
     {
         calls.push_back("user-first");
         handled = false;
         return 33;
     }
-    LRESULT OnUserSecond(WPARAM, LPARAM, bool&)
-    {
-        calls.push_back("user-second");
-        return 44;
-    }
+    LRESULT OnUserSecond(WPARAM, LPARAM, bool&) { calls.push_back("user-second"); return 44; }
 };
 
 class WindowLayer : public ::testing::Test {
@@ -92,22 +84,18 @@ protected:
     RoutedWindow window;
 };
 
-TEST_F(WindowLayer, HandledMessageSkipsTheDefaultProcedure)
+TEST_F(WindowLayer, HandledMessageSkipsTheDefaultProcedureAndAClearedFlagRunsIt)
 {
     window.calls.clear();
     EXPECT_EQ(TRUE, ::SendMessageW(window.Handle(), WM_SETTEXT, 0, (LPARAM)L"after"));
     EXPECT_EQ(std::vector<std::string>{"settext"}, window.calls);
     EXPECT_EQ(L"before", Title());  // the default procedure never stored the text
-}
-
-TEST_F(WindowLayer, ClearedFlagRunsTheDefaultProcedure)
-{
     window.passSetText = true;
     ::SendMessageW(window.Handle(), WM_SETTEXT, 0, (LPARAM)L"after");
     EXPECT_EQ(L"after", Title());
 }
 
-TEST_F(WindowLayer, CommandsMatchOnTheLowWordOnly)
+TEST_F(WindowLayer, CommandsMatchOnTheLowWordOnlyTheFirstEntryRunsAndTheHandleIsForgotten)
 {
     HWND control = window.Handle();
     EXPECT_EQ(11, ::SendMessageW(window.Handle(), WM_COMMAND, MAKEWPARAM(kFirstCommand, 0x1234),
@@ -119,18 +107,11 @@ TEST_F(WindowLayer, CommandsMatchOnTheLowWordOnly)
     window.calls.clear();
     EXPECT_EQ(0, ::SendMessageW(window.Handle(), WM_COMMAND, MAKEWPARAM(0x8003, 0), 0));
     EXPECT_TRUE(window.calls.empty());
-}
-
-TEST_F(WindowLayer, OnlyTheFirstMatchingEntryRuns)
-{
-    window.calls.clear();
     // The first entry clears the flag: the default procedure answers, not the second entry.
     EXPECT_EQ(0, ::SendMessageW(window.Handle(), WM_USER + 1, 0, 0));
     EXPECT_EQ(std::vector<std::string>{"user-first"}, window.calls);
-}
 
-TEST_F(WindowLayer, ObjectForgetsItsHandleWhenTheWindowIsDestroyed)
-{
+    // The object forgets its handle when the window is destroyed.
     HWND hwnd = window.Handle();
     ::DestroyWindow(hwnd);
     EXPECT_EQ(nullptr, window.Handle());
