@@ -23,6 +23,12 @@ have_pkg fonts-wine || need+=(fonts-wine)
 have_pkg fonts-liberation2 || need+=(fonts-liberation2)
 [ -f /usr/src/googletest/CMakeLists.txt ] || need+=(googletest)
 have_cmd python3 || need+=(python3)
+# The printing tests: a private print server with a PDF printer, and the
+# tools that read the printed pages back.
+have_cmd cupsd || need+=(cups)
+have_pkg printer-driver-cups-pdf || need+=(printer-driver-cups-pdf)
+have_cmd pdftotext || need+=(poppler-utils)
+have_cmd gs || need+=(ghostscript)
 
 if [ ${#need[@]} -eq 0 ]; then
   exit 0
