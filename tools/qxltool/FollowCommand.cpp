@@ -46,13 +46,14 @@ public:
     {
         const LogFileEntry newest = NewestLogFile(directory_);
         if (current_.path.empty()) {
-            if (newest.path.empty())
-                return true;
             // The file there at the start is followed from its end, one that
             // appears later from its first record.
-            Start(newest, started_ ? 1 : -1);
+            const bool atStart = !started_;
+            started_ = true;
+            if (newest.path.empty())
+                return true;
+            Start(newest, atStart ? -1 : 1);
         }
-        started_ = true;
         if (!ReadNewRecords(exitCode))
             return false;
         if (newest.path.empty() || _wcsicmp(newest.path.c_str(), current_.path.c_str()) == 0) {

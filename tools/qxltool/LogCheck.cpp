@@ -48,11 +48,13 @@ void LogChecker::BeginFile(const std::wstring& name, long long size, CheckFindin
     file_.nameIsTime = MakeLogFileEntry(name).named;
     file_.size = size;
     file_.header = header;
-    // A file that ends inside its header slot has -1 records, as the
-    // window counts them.
+    firstOfFile_ = true;
+    // Records are counted only where the header passes the check.  A file that
+    // ends inside its header slot has -1 records, as the window counts them.
+    if (header != CheckFindings::Header::Accepted)
+        return;
     file_.records = size / kRecordBytes - 1;
     file_.tornBytes = size >= static_cast<long long>(kRecordBytes) ? size % kRecordBytes : 0;
-    firstOfFile_ = true;
 }
 
 void LogChecker::Record(long long slot, const MessageRecord& record)
