@@ -7,6 +7,7 @@
 
 #include "tools/qxltool/LogCheck.h"
 #include "tools/qxltool/LogSet.h"
+#include "tools/qxltool/RangeFiles.h"
 #include "tools/qxltool/RangeSlots.h"
 #include "tools/qxltool/RecordFormats.h"
 
@@ -148,6 +149,68 @@ TEST(RangeSlots, AFailedReadFailsTheSelection)
     EXPECT_EQ(10, span.last);
     EXPECT_TRUE(SelectRangeSlots(failing, 0, range, span));
     EXPECT_TRUE(span.Empty());
+}
+
+TEST(RangeFiles, ChoosesEveryFileWithRecordsInTheRangeAndFewOthers)
+{
+    std::mt19937 random(42);
+    for (int round = 0; round < 300; ++round) {
+        // Files of a log in time order; some without a first record to read.
+        const size_t count = random() % 12;
+        std::vector<std::vector<SYSTEMTIME>> files(count);
+        int tenths = 3;
+        for (auto& file : files) {
+            for (int n = random() % 4 == 0 ? 0 : static_cast<int>(random() % 5); n > 0; --n) {
+                tenths += static_cast<int>(random() % 3);
+                file.push_back(AtTenths(tenths));
+            }
+        }
+        const auto firstTime = [&](size_t i, SYSTEMTIME& time) {
+            if (files[i].empty())
+                return false;
+            time = files[i].front();
+            return true;
+        };
+        TimeRange range;
+        range.hasFrom = random() % 4 != 0;
+        range.hasTo = random() % 4 != 0;
+        const int from = static_cast<int>(random() % (tenths + 3));
+        range.from = AtTenths(from);
+        range.to = AtTenths(from + static_cast<int>(random() % 6));
+        const auto chosen = SelectRangeFiles(count, firstTime, range);
+        ASSERT_LE(chosen.first, chosen.second);
+        ASSERT_LE(chosen.second, count);
+        for (size_t i = 0; i < count; ++i) {
+            const bool holds = std::any_of(files[i].begin(), files[i].end(),
+                                           [&](const SYSTEMTIME& t) { return range.Contains(t); });
+            if (holds) {
+                EXPECT_TRUE(i >= chosen.first && i < chosen.second) << "round " << round << " file " << i;
+            }
+            // A file starting after the range is never read.
+            if (!files[i].empty() && range.hasTo && CompareLocalTimes(files[i].front(), range.to) > 0) {
+                EXPECT_GE(i, chosen.second) << "round " << round << " file " << i;
+            }
+        }
+    }
+}
+
+TEST(RangeFiles, OpensFewFilesOfALargeSet)
+{
+    // 1000 files of one minute each from 00:00.
+    int probes = 0;
+    const auto firstTime = [&](size_t i, SYSTEMTIME& time) {
+        ++probes;
+        time = At(static_cast<WORD>(i / 60), static_cast<WORD>(i % 60), 0);
+        return true;
+    };
+    TimeRange range;
+    range.hasFrom = range.hasTo = true;
+    range.from = At(5, 30, 10);
+    range.to = At(5, 31, 10);
+    const auto chosen = SelectRangeFiles(1000, firstTime, range);
+    EXPECT_EQ(330u, chosen.first);
+    EXPECT_EQ(332u, chosen.second);
+    EXPECT_LE(probes, 20);
 }
 
 namespace {

@@ -2,12 +2,21 @@
 
 #include "tools/qxltool/ExitCodes.h"
 #include "tools/qxltool/LogSet.h"
+#include "tools/qxltool/RangeFiles.h"
 #include "tools/qxltool/RecordPrinter.h"
 
 namespace {
 
-// Every file of the set, refused or unreadable ones reported and skipped;
-// the exit code of the first trouble, or 0.
+// The time of a file's first record, for the choice of files to read.
+bool FirstRecordTime(const LogFileEntry& file, SYSTEMTIME& time)
+{
+    LogFileReader reader;
+    return reader.Open(file.path.c_str()) == LogFileReader::Opened::Accepted &&
+           reader.Size() >= 2 * static_cast<long long>(kRecordBytes) && reader.TimeAt(1, time);
+}
+
+// Every file of the set that the range needs, refused or unreadable ones
+// reported and skipped; the exit code of the first trouble, or 0.
 int DumpFiles(const std::vector<LogFileEntry>& files, const TimeRange& range,
               RecordPrinter& printer)
 {
@@ -17,7 +26,13 @@ int DumpFiles(const std::vector<LogFileEntry>& files, const TimeRange& range,
         if (result == kExitOk)
             result = code;
     };
-    for (const LogFileEntry& file : files) {
+    std::pair<std::size_t, std::size_t> chosen(0, files.size());
+    if (range.Limited()) {
+        const auto firstTime = [&](std::size_t i, SYSTEMTIME& time) { return FirstRecordTime(files[i], time); };
+        chosen = SelectRangeFiles(files.size(), firstTime, range);
+    }
+    for (std::size_t i = chosen.first; i < chosen.second; ++i) {
+        const LogFileEntry& file = files[i];
         LogFileReader reader;
         const LogFileReader::Opened opened = reader.Open(file.path.c_str());
         if (opened != LogFileReader::Opened::Accepted) {
