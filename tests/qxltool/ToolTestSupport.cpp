@@ -1,26 +1,39 @@
-#include "ToolProcess.h"
+#include "ToolTestSupport.h"
 
 #include <algorithm>
 #include <functional>
 #include <stdexcept>
 
-using testing_support::InstallDir;
-using testing_support::ReadFileBytes;
+#include "support/LogFileDecoder.h"
+
+using namespace testing_support;
+
+SYSTEMTIME LocalAt(WORD day, WORD hour, WORD minute, WORD second, WORD ms)
+{
+    return SYSTEMTIME{2026, 11, 0, day, hour, minute, second, ms};
+}
+
+std::vector<unsigned char> LogImage(const std::vector<TestRecord>& records)
+{
+    std::vector<unsigned char> image = MakeLogImage(L"7.000000", records.size());
+    for (size_t i = 0; i < records.size(); ++i)
+        PutLogRecord(image, i, records[i].text, records[i].time);
+    return image;
+}
+
+void AppendRecord(const std::wstring& path, const TestRecord& record)
+{
+    // One write at the end, as the window appends: a follower never sees
+    // the file shorter than before.
+    const std::vector<unsigned char> image = LogImage({record});
+    HANDLE file = ::CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    DWORD written = 0;
+    ::WriteFile(file, image.data() + 272, 272, &written, nullptr);
+    ::CloseHandle(file);
+}
 
 namespace {
-
-std::wstring Quoted(const std::wstring& arg)
-{
-    if (!arg.empty() && arg.find_first_of(L" \t\"") == std::wstring::npos)
-        return arg;
-    std::wstring quoted = L"\"";
-    for (wchar_t c : arg) {
-        if (c == L'"')
-            quoted += L'\\';
-        quoted += c;
-    }
-    return quoted + L"\"";
-}
 
 HANDLE InheritableFile(const std::wstring& path)
 {
@@ -35,9 +48,9 @@ std::string FileText(const std::wstring& path)
     return std::string(bytes.begin(), bytes.end());
 }
 
-bool WaitUntil(DWORD timeoutMs, const std::function<bool()>& done)
+bool WaitUntil(const std::function<bool()>& done)
 {
-    const ULONGLONG deadline = ::GetTickCount64() + timeoutMs;
+    const ULONGLONG deadline = ::GetTickCount64() + 5000;
     while (!done()) {
         if (::GetTickCount64() > deadline)
             return false;
@@ -55,30 +68,28 @@ BOOL WINAPI SwallowCtrlC(DWORD)
 
 ToolProcess::ToolProcess(const std::vector<std::wstring>& args)
 {
-    std::wstring line = Quoted(InstallDir() + L"\\qxltool.exe");
+    // Every argument quoted; none of the tests' holds a quote.
+    std::wstring line = L"\"" + InstallDir() + L"\\qxltool.exe\"";
     for (const std::wstring& arg : args)
-        line += L" " + Quoted(arg);
-    HANDLE out = InheritableFile(files_ / L"out");
-    HANDLE err = InheritableFile(files_ / L"err");
+        line += L" \"" + arg + L"\"";
     STARTUPINFOW startup = {};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdInput = INVALID_HANDLE_VALUE;
-    startup.hStdOutput = out;
-    startup.hStdError = err;
-    // A console of its own, without a window, for Ctrl+C to be pressed in.
+    startup.hStdOutput = InheritableFile(files_ / L"out");
+    startup.hStdError = InheritableFile(files_ / L"err");
     const BOOL started = ::CreateProcessW(nullptr, &line[0], nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
                                           nullptr, nullptr, &startup, &info_);
-    ::CloseHandle(out);
-    ::CloseHandle(err);
+    ::CloseHandle(startup.hStdOutput);
+    ::CloseHandle(startup.hStdError);
     if (!started)
         throw std::runtime_error("cannot start qxltool.exe");
 }
 
 ToolProcess::~ToolProcess()
 {
-    if (Wait(0) == testing_support::kStillRunning) {
-        ::TerminateProcess(info_.hProcess, testing_support::kStillRunning);
+    if (Wait(0) == kStillRunning) {
+        ::TerminateProcess(info_.hProcess, kStillRunning);
         ::WaitForSingleObject(info_.hProcess, 5000);
     }
     ::CloseHandle(info_.hThread);
@@ -95,14 +106,14 @@ std::string ToolProcess::Err() const
     return FileText(files_ / L"err");
 }
 
-bool ToolProcess::WaitForErr(const std::string& text, DWORD timeoutMs) const
+bool ToolProcess::WaitForErr(const std::string& text) const
 {
-    return WaitUntil(timeoutMs, [&] { return Err().find(text) != std::string::npos; });
+    return WaitUntil([&] { return Err().find(text) != std::string::npos; });
 }
 
-bool ToolProcess::WaitForOutLines(size_t lines, DWORD timeoutMs) const
+bool ToolProcess::WaitForOutLines(size_t lines) const
 {
-    return WaitUntil(timeoutMs, [&] {
+    return WaitUntil([&] {
         const std::string out = Out();
         return static_cast<size_t>(std::count(out.begin(), out.end(), '\n')) >= lines;
     });
@@ -111,9 +122,9 @@ bool ToolProcess::WaitForOutLines(size_t lines, DWORD timeoutMs) const
 void ToolProcess::PressCtrlC() const
 {
     // Only a process of the same console can raise the event: join the
-    // tool's for the moment, with a handler that keeps the event from
-    // ending the test itself.  (Ignoring Ctrl+C with a null handler would be
-    // inherited by the next tool started, which would then ignore it too.)
+    // tool's for the moment, with a handler that keeps the event from ending
+    // the test.  (A null handler would ignore Ctrl+C, and that setting is
+    // inherited: the next tool started would ignore it too.)
     ::FreeConsole();
     if (!::AttachConsole(info_.dwProcessId))
         throw std::runtime_error("cannot attach to the console of qxltool.exe");
@@ -124,7 +135,7 @@ void ToolProcess::PressCtrlC() const
 
 DWORD ToolProcess::Wait(DWORD timeoutMs) const
 {
-    DWORD exitCode = testing_support::kStillRunning;
+    DWORD exitCode = kStillRunning;
     if (::WaitForSingleObject(info_.hProcess, timeoutMs) == WAIT_OBJECT_0)
         ::GetExitCodeProcess(info_.hProcess, &exitCode);
     return exitCode;
