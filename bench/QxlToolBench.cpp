@@ -153,6 +153,7 @@ int wmain(int argc, wchar_t** argv)
     const double json = TimeDump({L"--json", dir}, L"NUL");
 
     std::printf("%d files, %.0f records, %.2f GB\n", existing, records, (records + existing) * 272 / 1e9);
+    std::printf("minute: %ls\n", minute.c_str());
     std::printf("one-minute range (%ls, %s records) by binary search: median %.2f ms, min %.2f ms, max %.2f ms of 7\n",
                 minute.c_str(), inMinute.c_str(), ranged[3] * 1e3, ranged[0] * 1e3, ranged[6] * 1e3);
     std::printf("reading every record (dump --count): %.2f s, %.0f records/s\n", scan, records / scan);

@@ -36,8 +36,8 @@ int RunConvert(const QxlOptions& options)
     if (converted == 0) {
         if (boxes.Count() == 0)
             ReportError(options.paths[0] +
-                        L": not converted: an earlier conversion beside it can be neither read "
-                        L"whole nor deleted");
+                        L": not converted: the earlier conversion beside it is too short for a "
+                        L"header, or cannot be deleted");
         return kExitNotConverted;
     }
     OutputStream output(STD_OUTPUT_HANDLE);

@@ -11,9 +11,10 @@ LogFileReader::Opened LogFileReader::Open(const wchar_t* path)
         error_ = ::GetLastError();
         return Opened::Failed;
     }
-    switch (ReadLogHeader(file_, header_)) {
+    unsigned char header[kLogHeaderTextBytes];
+    switch (ReadLogHeader(file_, header)) {
     case HeaderRead::Complete:
-        return IsNewerLogFormat(header_, false) ? Opened::Newer : Opened::Accepted;
+        return IsNewerLogFormat(header, false) ? Opened::Newer : Opened::Accepted;
     case HeaderRead::TooShort:
         return Opened::TooShort;
     default:

@@ -16,11 +16,10 @@ public:
 
     enum class Opened { Accepted, Failed, TooShort, Newer };
     // Opens `path` and applies the readers' header check; Failed leaves the
-    // platform's error in Error().  The header text is kept for Header().
+    // platform's error in Error().
     Opened Open(const wchar_t* path);
     void Close();
     DWORD Error() const { return error_; }
-    const unsigned char (&Header() const)[kLogHeaderTextBytes] { return header_; }
 
     // The file's size now; -1 when it cannot be had.
     long long Size();
@@ -35,5 +34,4 @@ private:
 
     HANDLE file_ = INVALID_HANDLE_VALUE;
     DWORD error_ = 0;
-    unsigned char header_[kLogHeaderTextBytes] = {};
 };

@@ -2,7 +2,6 @@
 // files from the command line.
 #include <windows.h>
 
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -10,7 +9,6 @@
 #include "tools/qxltool/Commands.h"
 #include "tools/qxltool/ExitCodes.h"
 #include "tools/qxltool/OutputStream.h"
-#include "tools/qxltool/TextEncoding.h"
 #include "tools/qxltool/ToolLanguage.h"
 #include "view/RecordLine.h"
 #include "winlayer/Resources.h"
