@@ -220,56 +220,6 @@ TEST_F(PrintJobTest, TimeRangesPrintTheirRecordsOnly)
     EXPECT_TRUE(boxes.Boxes().empty());
 }
 
-TEST_F(PrintJobTest, NothingInTheRangeIsSaidAndNothingPrinted)
-{
-    const std::wstring empty = WriteLog(L"empty.qxl", 0);
-    EXPECT_EQ(0, Print(empty, RangeAll, TestStamp(0), TestStamp(0)));
-    const std::wstring log = WriteLog(L"ten.qxl", 10);
-    // A to-time before every record.
-    EXPECT_EQ(0, Print(log, RangeUpTo, TestStamp(-3600), TestStamp(0)));
-    ASSERT_EQ(2u, boxes.Boxes().size());
-    for (const auto& box : boxes.Boxes()) {
-        EXPECT_EQ(L"There are no records in the selected range.", box.text);
-        EXPECT_EQ(L"Print", box.caption);
-    }
-    EXPECT_TRUE(enableChanges.empty());
-    EXPECT_FALSE(CollectPrintout(false).exists);
-}
-
-TEST_F(PrintJobTest, AFromTimeAfterEveryRecordFailsItsOnlyPage)
-{
-    const std::wstring log = WriteLog(L"ten.qxl", 10);
-    EXPECT_EQ(0, Print(log, RangeFrom, TestStamp(3600), TestStamp(0)));
-    EXPECT_EQ(L"Page 1 could not be printed.", LastBoxText());
-    EXPECT_TRUE(::IsWindowEnabled(browser));
-    EXPECT_FALSE(CollectPrintout(false).exists);
-}
-
-TEST_F(PrintJobTest, ExactlyOnePageOfRecordsAbortsOnTheReadOfTheNext)
-{
-    // A font whose lines fit 45 to a page.
-    int height = -8;
-    for (; height > -30; --height) {
-        font.lfHeight = height;
-        if (Layout().linesPerPage == 45)
-            break;
-    }
-    ASSERT_EQ(45, Layout().linesPerPage);
-    const std::wstring log = WriteLog(L"fortyfive.qxl", 45);
-    EXPECT_EQ(0, Print(log, RangeAll, TestStamp(0), TestStamp(0)));
-    EXPECT_EQ(L"The records for the next page could not be read from the log file.", LastBoxText());
-    EXPECT_EQ(L"Print", boxes.Boxes().back().caption);
-    EXPECT_FALSE(CollectPrintout(false).exists);
-}
-
-TEST_F(PrintJobTest, CollatedCopiesAbortOnTheSecondCopy)
-{
-    const std::wstring log = WriteLog(L"ten.qxl", 10);
-    EXPECT_EQ(0, Print(log, RangeAll, TestStamp(0), TestStamp(0), PD_SELECTION | PD_COLLATE, 2));
-    EXPECT_EQ(L"The records for the next page could not be read from the log file.", LastBoxText());
-    EXPECT_FALSE(CollectPrintout(false).exists);
-}
-
 TEST_F(PrintJobTest, UncollatedCopiesFromThePrintDialogPrintEachPageTwice)
 {
     const int lpp = Layout().linesPerPage;
@@ -303,4 +253,42 @@ TEST_F(PrintJobTest, UncollatedCopiesFromThePrintDialogPrintEachPageTwice)
     EXPECT_EQ(Range(lpp, lpp + 2), RecordNumbers(printout.words[3]));
     ::GlobalFree(dialog.hDevMode);
     ::GlobalFree(dialog.hDevNames);
+}
+
+TEST_F(PrintJobTest, RefusalsAndDesignedAbortsPrintNothing)
+{
+    // A font whose lines fit 45 to a page.
+    for (font.lfHeight = -8; font.lfHeight > -30 && Layout().linesPerPage != 45; --font.lfHeight) {
+    }
+    ASSERT_EQ(45, Layout().linesPerPage);
+    const std::wstring nothing = L"There are no records in the selected range.";
+    const std::wstring unread = L"The records for the next page could not be read from the log file.";
+    struct Case {
+        size_t records;
+        int range;
+        SYSTEMTIME from;
+        int copies;
+        std::wstring box;
+    };
+    const Case cases[] = {
+        {0, RangeAll, TestStamp(0), 1, nothing},
+        {10, RangeUpTo, TestStamp(-3600), 1, nothing},  // before every record
+        // After every record: one page of no records cannot be drawn.
+        {10, RangeFrom, TestStamp(3600), 1, L"Page 1 could not be printed."},
+        // Exactly one page: the read of a second one fails.
+        {45, RangeAll, TestStamp(0), 1, unread},
+        // Collated copies: the second copy reads past the range.
+        {10, RangeAll, TestStamp(0), 2, unread},
+    };
+    for (const Case& c : cases) {
+        const std::wstring log = WriteLog(L"log" + std::to_wstring(c.records) + L".qxl", c.records);
+        // Each job on a fresh device context, as each print dialog gives one.
+        ::DeleteDC(dc);
+        dc = ::CreateDCW(nullptr, L"PDFFILE", nullptr, nullptr);
+        EXPECT_EQ(0, Print(log, c.range, c.from, c.from, PD_SELECTION | PD_COLLATE, c.copies));
+        EXPECT_EQ(c.box, LastBoxText()) << c.records << " " << c.range;
+        EXPECT_EQ(L"Print", boxes.Boxes().back().caption);
+        EXPECT_TRUE(::IsWindowEnabled(browser));
+    }
+    EXPECT_FALSE(CollectPrintout(false).exists);
 }

@@ -7,9 +7,6 @@
 #include "lang/ResourceIds.h"
 #include "print/LocalTimeOrder.h"
 #include "print/PrintSetupDlg.h"
-#include "print/RecordTimes.h"
-#include "support/LogFileDecoder.h"
-#include "support/TestFiles.h"
 #include "support/MessageBoxRecorder.h"
 #include "winlayer/Resources.h"
 
@@ -50,7 +47,6 @@ HWND FocusOf(DWORD thread)
 constexpr int kBetweenFrom[6] = {229, 230, 231, 232, 233, 235};
 constexpr int kBetweenTo[6] = {241, 242, 243, 244, 245, 246};
 constexpr int kUpTo[6] = {247, 248, 249, 250, 251, 252};
-constexpr int kFrom[6] = {253, 254, 255, 256, 257, 258};
 
 class PrintSetupTest : public PrintFixture {
 protected:
@@ -97,39 +93,13 @@ protected:
 
 } // namespace
 
-TEST_F(PrintSetupTest, OpensOnTheKeptRangeAndRadioClicksEnableTheirFields)
-{
-    settings.printRange = RangeBetween;
-    const INT_PTR result = Run([&](HWND dialog) {
-        EXPECT_EQ(L"&F", ItemText(dialog, IDC_HEADER_TEXT));
-        EXPECT_EQ(L"Page &P", ItemText(dialog, IDC_FOOTER_TEXT));
-        EXPECT_EQ(BST_CHECKED, ::IsDlgButtonChecked(dialog, IDC_RANGE_BETWEEN));
-        const std::wstring from[6] = {L"2026", L"3", L"3", L"10", L"0", L"5"};
-        const std::wstring to[6] = {L"2026", L"3", L"3", L"10", L"0", L"50"};
-        for (int i = 0; i < 6; ++i) {
-            EXPECT_EQ(from[i], ItemText(dialog, kBetweenFrom[i]));
-            EXPECT_EQ(to[i], ItemText(dialog, kBetweenTo[i]));
-            EXPECT_TRUE(::IsWindowEnabled(::GetDlgItem(dialog, kBetweenTo[i])));
-            EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, kUpTo[i])));
-            EXPECT_EQ(L"", ItemText(dialog, kFrom[i]));
-        }
-        Click(dialog, IDC_RANGE_FROM);
-        EXPECT_TRUE(::IsWindowEnabled(::GetDlgItem(dialog, kFrom[0])));
-        EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, kBetweenFrom[0])));
-        EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, kBetweenTo[5])));
-        Click(dialog, IDC_RANGE_ALL);
-        EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, kFrom[0])));
-        PostClick(dialog, IDCANCEL);
-    });
-    EXPECT_EQ(IDCANCEL, result);
-    EXPECT_EQ(RangeBetween, settings.printRange);  // Cancel keeps everything
-}
-
 TEST_F(PrintSetupTest, OkRefusesFieldByFieldThenTakesTheRange)
 {
     const INT_PTR result = Run([&](HWND dialog) {
         // Fields of a range switched to stay empty: the year is reported.
         Click(dialog, IDC_RANGE_BETWEEN);
+        EXPECT_TRUE(::IsWindowEnabled(::GetDlgItem(dialog, kBetweenTo[5])));
+        EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, kUpTo[0])));
         ExpectRefusal(dialog, L"This field must not be empty.", 229);
         SetGroup(dialog, kBetweenFrom, {L"2023", L"2", L"29", L"10", L"0", L"0"});
         ExpectRefusal(dialog, L"The day must be between 1 and 28.", 231);
@@ -156,45 +126,6 @@ TEST_F(PrintSetupTest, OkRefusesFieldByFieldThenTakesTheRange)
     EXPECT_EQ(RangeBetween, settings.printRange);
     EXPECT_EQ(0, CompareLocalTimes(TestStamp(10), settings.rangeFrom));
     EXPECT_EQ(0, CompareLocalTimes(TestStamp(30), settings.rangeTo));
-}
-
-TEST_F(PrintSetupTest, UpToAndFromTakeOneTimeAndBothTextsComeFromTheHeaderBox)
-{
-    struct Case {
-        int radio;
-        const int (&group)[6];
-        int range;
-    };
-    const Case cases[] = {{IDC_RANGE_UPTO, kUpTo, RangeUpTo}, {IDC_RANGE_FROM, kFrom, RangeFrom}};
-    for (const Case& c : cases) {
-        CPrintSetupDlg dialog;
-        dialog.SetSettings(settings);
-        dialog.SetRecordTimes(TestStamp(0, 500), TestStamp(60));
-        INT_PTR result = 0;
-        {
-            DialogScript script([&] {
-                HWND window = WaitForDialog(uiThread);
-                ASSERT_NE(nullptr, window);
-                Click(window, c.radio);
-                // Month and day left empty read 0: their range messages, not "empty".
-                SetGroup(window, c.group, {L"2026", L"", L"", L"10", L"0", L"20"});
-                ExpectRefusal(window, L"The month must be between 1 and 12.", c.group[1]);
-                SetText(window, c.group[1], L"3");
-                ExpectRefusal(window, L"The day must be between 1 and 31.", c.group[2]);
-                SetText(window, c.group[2], L"3");
-                SetText(window, IDC_HEADER_TEXT, L"my header");
-                SetText(window, IDC_FOOTER_TEXT, L"my footer");
-                ::SendMessageW(window, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
-            });
-            result = dialog.DoModal(owner);
-        }
-        EXPECT_EQ(IDOK, result);
-        const PrintSettings chosen = dialog.Settings();
-        EXPECT_EQ(c.range, chosen.printRange);
-        EXPECT_EQ(0, CompareLocalTimes(TestStamp(20), chosen.rangeFrom));
-        EXPECT_STREQ(L"my header", dialog.HeaderText());
-        EXPECT_STREQ(L"my header", dialog.FooterText());
-    }
 }
 
 TEST_F(PrintSetupTest, TheCodeMenuInsertsAtTheCaretOfTheClickedBox)
@@ -237,74 +168,4 @@ TEST_F(PrintSetupTest, TheCodeMenuInsertsAtTheCaretOfTheClickedBox)
     EXPECT_EQ(L"abc&Tdef", header);
     EXPECT_EQ(3u, selStart);
     EXPECT_EQ(5u, selEnd);
-}
-
-TEST_F(PrintSetupTest, PrinterAndFontChoicesComeBackAfterOk)
-{
-    const INT_PTR result = Run([&](HWND dialog) {
-        PostClick(dialog, IDC_PRINTER_SETUP);
-        HWND printer = WaitForDialog(uiThread, dialog);
-        ASSERT_NE(nullptr, printer);
-        PostClick(printer, IDOK);
-        while (::IsWindow(printer))
-            ::Sleep(20);
-        PostClick(dialog, IDC_PRINT_FONT);
-        HWND font = WaitForDialog(uiThread, dialog);
-        ASSERT_NE(nullptr, font);
-        ::SendMessageW(::GetDlgItem(font, 0x472), CB_SELECTSTRING, static_cast<WPARAM>(-1),
-                       reinterpret_cast<LPARAM>(L"20"));
-        ::SendMessageW(font, WM_COMMAND, MAKEWPARAM(0x472, CBN_SELCHANGE),
-                       reinterpret_cast<LPARAM>(::GetDlgItem(font, 0x472)));
-        PostClick(font, IDOK);
-        while (::IsWindow(font))
-            ::Sleep(20);
-        PostClick(dialog, IDOK);
-    });
-    EXPECT_EQ(IDOK, result);
-    EXPECT_NE(nullptr, settings.printerDevMode);
-    EXPECT_NE(nullptr, settings.printerDevNames);
-    EXPECT_NE(-12, settings.logFontCopy.lfHeight);
-    EXPECT_EQ(&settings.logFontCopy, settings.fontDialogStateCopy.lpLogFont);
-    ::GlobalFree(settings.printerDevMode);
-    ::GlobalFree(settings.printerDevNames);
-}
-
-TEST_F(PrintSetupTest, ItsOpenersReadTheFirstAndLastRecordTimesOrSayWhyNot)
-{
-    struct Case {
-        std::wstring version;
-        size_t records;
-        RecordTimesRead expected;
-    };
-    const Case cases[] = {
-        {L"7.000000", 3, RecordTimesRead::Complete},
-        {L"7.000000", 0, RecordTimesRead::NoRecord},
-        {L"8.000000", 3, RecordTimesRead::NewerFormat},
-        {L"6.5", 1, RecordTimesRead::Complete},
-    };
-    for (const Case& c : cases) {
-        std::vector<unsigned char> image = MakeLogImage(c.version, c.records);
-        for (size_t i = 0; i < c.records; ++i)
-            PutLogRecord(image, i, L"r", TestStamp(static_cast<int>(i) * 7, 250));
-        const std::wstring path = dir + L"\\times.qxl";
-        testing_support::WriteFileBytes(path, image);
-        HANDLE file = ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                    OPEN_EXISTING, 0, nullptr);
-        ASSERT_NE(INVALID_HANDLE_VALUE, file);
-        SYSTEMTIME first = {};
-        SYSTEMTIME last = {};
-        EXPECT_EQ(c.expected, ReadRecordTimes(file, &first, &last)) << c.version << " " << c.records;
-        if (c.expected == RecordTimesRead::Complete) {
-            EXPECT_EQ(0, CompareLocalTimes(TestStamp(0, 250), first));
-            EXPECT_EQ(0, CompareLocalTimes(TestStamp(static_cast<int>(c.records - 1) * 7, 250), last));
-        }
-        ::CloseHandle(file);
-    }
-    const std::wstring stub = dir + L"\\stub.qxl";
-    testing_support::WriteFileBytes(stub, std::vector<unsigned char>(20, 0));
-    HANDLE file = ::CreateFileW(stub.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    SYSTEMTIME first;
-    SYSTEMTIME last;
-    EXPECT_EQ(RecordTimesRead::HeaderTooShort, ReadRecordTimes(file, &first, &last));
-    ::CloseHandle(file);
 }
