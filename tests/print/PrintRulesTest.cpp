@@ -192,10 +192,12 @@ TEST(PrintRules, EveryFieldRefusalWithItsStringField)
     for (const Case& c : cases) {
         const FieldRefusal refusal = CheckTimeFields(c.f);
         EXPECT_EQ(c.textId, refusal.textId) << c.f.value[0] << " " << c.f.value[1] << " " << c.f.value[2];
-        if (c.textId != 0)
+        if (c.textId != 0) {
             EXPECT_EQ(c.field, refusal.field) << c.textId;
-        if (c.textId == IDS_BAD_DAY)
+        }
+        if (c.textId == IDS_BAD_DAY) {
             EXPECT_EQ(c.days, refusal.days);
+        }
     }
     // Entered times have no milliseconds: 10:00:00 is before a first record at 10:00:00.500.
     const SYSTEMTIME entered = TimeFromFields(fields({2026, 3, 3, 10, 0, 0}));
