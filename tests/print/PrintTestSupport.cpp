@@ -154,16 +154,6 @@ void PrintFixture::TearDown()
     testing_support::RemoveTree(tempDir_);
 }
 
-std::wstring PrintFixture::WriteLog(const std::wstring& name, const std::vector<SYSTEMTIME>& stamps)
-{
-    std::vector<unsigned char> image = MakeLogImage(L"7.000000", stamps.size());
-    for (size_t i = 0; i < stamps.size(); ++i)
-        PutLogRecord(image, i, L"record " + std::to_wstring(i), stamps[i]);
-    const std::wstring path = dir + L"\\" + name;
-    testing_support::WriteFileBytes(path, image);
-    return path;
-}
-
 std::wstring PrintFixture::WriteLog(const std::wstring& name, size_t count, size_t tail)
 {
     std::vector<unsigned char> image = MakeLogImage(L"7.000000", count, tail);

@@ -55,10 +55,9 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    // A log of `count` records "record 0" .. stamped TestStamp(i) (or the
-    // stamps given), plus `tail` bytes of a torn record.
+    // A log of `count` records "record 0" .. stamped TestStamp(i), plus
+    // `tail` bytes of a torn record.
     std::wstring WriteLog(const std::wstring& name, size_t count, size_t tail = 0);
-    std::wstring WriteLog(const std::wstring& name, const std::vector<SYSTEMTIME>& stamps);
 
     // Whether the private printer runs (otherwise printing cases skip).
     static bool HavePrinter();
