@@ -25,7 +25,7 @@ have_pkg fonts-liberation2 || need+=(fonts-liberation2)
 have_cmd python3 || need+=(python3)
 # The printing tests: a private print server with a PDF printer, and the
 # tools that read the printed pages back.
-have_cmd cupsd || need+=(cups)
+have_pkg cups || need+=(cups)
 have_pkg printer-driver-cups-pdf || need+=(printer-driver-cups-pdf)
 have_cmd pdftotext || need+=(poppler-utils)
 have_cmd gs || need+=(ghostscript)

@@ -255,7 +255,7 @@ TEST_F(PrintJobTest, UncollatedCopiesFromThePrintDialogPrintEachPageTwice)
     ::GlobalFree(dialog.hDevNames);
 }
 
-TEST_F(PrintJobTest, RefusalsAndDesignedAbortsPrintNothing)
+TEST_F(PrintJobTest, RefusalsAndDeliberateAbortsPrintNothing)
 {
     // A font whose lines fit 45 to a page.
     for (font.lfHeight = -8; font.lfHeight > -30 && Layout().linesPerPage != 45; --font.lfHeight) {

@@ -9,6 +9,8 @@
 # unset and the program skips its printing cases.
 # Usage: with-printer.sh <runner> <program> [arguments...]
 here=$(cd "$(dirname "$0")" && pwd)
+# The server and its administration tools live in sbin.
+export PATH="$PATH:/usr/sbin:/sbin"
 dir=$(mktemp -d /tmp/oriel-cups.XXXXXX)
 pid=
 cleanup() {
