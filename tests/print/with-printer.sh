@@ -5,8 +5,8 @@
 # files.  The program finds the server through CUPS_SERVER (Wine takes its
 # printers from there) and the folder of the printed files through
 # ORIEL_PRINT_OUT, and the script that waits for a job and reads its PDF
-# back through ORIEL_PRINT_COLLECT.  Where the server cannot be started the variables stay
-# unset and the program skips its printing cases.
+# back through ORIEL_PRINT_COLLECT.  Where the server cannot be started the
+# variables stay unset and the program skips its printing cases.
 # Usage: with-printer.sh <runner> <program> [arguments...]
 here=$(cd "$(dirname "$0")" && pwd)
 # The server and its administration tools live in sbin.
