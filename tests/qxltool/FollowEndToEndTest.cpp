@@ -1,0 +1,53 @@
+// follow as a real process: records appended to the newest file, a
+// rollover into a new one, and Ctrl+C.
+#include <gtest/gtest.h>
+
+#include "ToolTestSupport.h"
+
+using testing_support::TempDir;
+using testing_support::WriteFileBytes;
+
+TEST(ToolFollow, SeesAppendedRecordsAndGoesOnIntoTheNextFile)
+{
+    TempDir dir;
+    const std::wstring first = dir / L"2611231405.qxl";
+    const std::wstring second = dir / L"2611231406.qxl";
+    WriteFileBytes(first, LogImage({{LocalAt(23, 14, 5, 0), L"before the start"}}));
+    ToolProcess tool({L"follow", L"--iso", L"--poll", L"100", dir.Path()});
+    ASSERT_TRUE(tool.WaitForErr("following " + std::string(first.begin(), first.end()) + " from slot 2"))
+        << tool.Err();
+
+    AppendRecord(first, {LocalAt(23, 14, 5, 1), L"appended"});
+    ASSERT_TRUE(tool.WaitForOutLines(1)) << tool.Out();
+    // A rollover: the window starts a new file, then writes what was still
+    // pending into the old one.
+    WriteFileBytes(second, LogImage({{LocalAt(23, 14, 6, 0), L"new file"}}));
+    AppendRecord(first, {LocalAt(23, 14, 5, 59), L"pending at the rollover"});
+    ASSERT_TRUE(tool.WaitForOutLines(3)) << tool.Out();
+    AppendRecord(second, {LocalAt(23, 14, 6, 1), L"after the rollover"});
+    ASSERT_TRUE(tool.WaitForOutLines(4)) << tool.Out();
+
+    tool.PressCtrlC();
+    EXPECT_EQ(0u, tool.Wait(5000));
+    EXPECT_EQ("2026-11-23T14:05:01.000 appended\n"
+              "2026-11-23T14:05:59.000 pending at the rollover\n"
+              "2026-11-23T14:06:00.000 new file\n"
+              "2026-11-23T14:06:01.000 after the rollover\n",
+              tool.Out());
+}
+
+TEST(ToolFollow, ReadsAFileThatAppearsLaterFromItsStart)
+{
+    TempDir dir;
+    ToolProcess tool({L"follow", L"--json", L"--poll", L"20", L"--grep", L"Pump", dir.Path()});
+    ::Sleep(300);
+    WriteFileBytes(dir / L"2611231405.qxl", LogImage({{LocalAt(23, 14, 5, 0), L"Pump on"},
+                                                      {LocalAt(23, 14, 5, 1), L"Valve shut"},
+                                                      {LocalAt(23, 14, 5, 2), L"Pump off"}}));
+    ASSERT_TRUE(tool.WaitForOutLines(2)) << tool.Out();
+    tool.PressCtrlC();
+    EXPECT_EQ(0u, tool.Wait(5000));
+    EXPECT_EQ("{\"time\":\"2026-11-23T14:05:00.000\",\"file\":\"2611231405.qxl\",\"slot\":1,\"text\":\"Pump on\"}\n"
+              "{\"time\":\"2026-11-23T14:05:02.000\",\"file\":\"2611231405.qxl\",\"slot\":3,\"text\":\"Pump off\"}\n",
+              tool.Out());
+}

@@ -1,0 +1,52 @@
+#pragma once
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "support/TestFiles.h"
+
+// Log files as the window writes them, for the tool to read.
+struct TestRecord {
+    SYSTEMTIME time;
+    std::wstring text;
+};
+
+SYSTEMTIME LocalAt(WORD day, WORD hour, WORD minute, WORD second, WORD ms = 0);
+// Our header, then the records.
+std::vector<unsigned char> LogImage(const std::vector<TestRecord>& records);
+void AppendRecord(const std::wstring& path, const TestRecord& record);
+
+// qxltool.exe from the installation folder as a real process, in a console
+// of its own without a window, its output going to files the test reads.
+class ToolProcess {
+public:
+    explicit ToolProcess(const std::vector<std::wstring>& args);
+    ~ToolProcess();
+    ToolProcess(const ToolProcess&) = delete;
+    ToolProcess& operator=(const ToolProcess&) = delete;
+
+    // What it has written so far to standard output and standard error.
+    std::string Out() const;
+    std::string Err() const;
+    // Waits until Err() holds `text`, or Out() `lines` lines; false on time-out.
+    bool WaitForErr(const std::string& text) const;
+    bool WaitForOutLines(size_t lines) const;
+    // Ctrl+C, as a user presses it in the tool's console.
+    void PressCtrlC() const;
+    // Its exit code, or testing_support::kStillRunning after `timeoutMs`.
+    DWORD Wait(DWORD timeoutMs) const;
+
+private:
+    testing_support::TempDir files_;
+    PROCESS_INFORMATION info_ = {};
+};
+
+struct ToolResult {
+    DWORD exitCode;
+    std::string out;
+    std::string err;
+};
+
+// Runs the tool to its end.
+ToolResult RunTool(const std::vector<std::wstring>& args);
