@@ -1,5 +1,7 @@
 #include "DialogFixture.h"
 
+#include "support/ResourceText.h"
+
 #include <objbase.h>
 
 #include "winlayer/Resources.h"
@@ -32,9 +34,7 @@ const auto* const environment = ::testing::AddGlobalTestEnvironment(new EnglishD
 
 std::wstring Text(UINT id)
 {
-    wchar_t text[512];
-    winlayer::LoadText(id, text, 512);
-    return text;
+    return testing_support::ResourceText(id);
 }
 
 std::wstring Text(UINT id, const std::wstring& argument)

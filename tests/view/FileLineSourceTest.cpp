@@ -3,6 +3,7 @@
 #include "ViewHost.h"
 #include "lang/ResourceIds.h"
 #include "ring/MessageRecord.h"
+#include "support/ResourceText.h"
 #include "support/LogFileDecoder.h"
 #include "support/MessageBoxRecorder.h"
 #include "support/TestFiles.h"
@@ -12,15 +13,10 @@
 
 namespace {
 
+using testing_support::ResourceText;
+
 using testing_support::PageLine;
 using testing_support::SendKey;
-
-std::wstring ResourceText(UINT id)
-{
-    wchar_t text[256];
-    winlayer::LoadText(id, text, 256);
-    return text;
-}
 
 class FileLinesTest : public ViewFixture {
 protected:

@@ -3,6 +3,7 @@
 #include <random>
 
 #include "lang/ResourceIds.h"
+#include "support/ResourceText.h"
 #include "support/DialogAnswerer.h"
 #include "support/LogFileDecoder.h"
 #include "support/ViewInput.h"
@@ -10,17 +11,12 @@
 
 namespace {
 
+using testing_support::ResourceText;
+
 using testing_support::ChooseFile;
 using testing_support::DialogAnswerer;
 using testing_support::PageLine;
 using testing_support::SendKey;
-
-std::wstring ResourceText(UINT id)
-{
-    wchar_t text[256];
-    winlayer::LoadText(id, text, 256);
-    return text;
-}
 
 // Runs the thread's messages, timers included, for `ms` milliseconds.
 void Pump(DWORD ms)

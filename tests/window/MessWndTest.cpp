@@ -4,18 +4,14 @@
 #include <shlwapi.h>
 
 #include "lang/ResourceIds.h"
+#include "support/ResourceText.h"
 #include "support/DialogAnswerer.h"
 #include "support/LogFileDecoder.h"
 #include "winlayer/Resources.h"
 
 namespace {
 
-std::wstring ResourceText(UINT id)
-{
-    wchar_t text[256];
-    winlayer::LoadText(id, text, 256);
-    return text;
-}
+using testing_support::ResourceText;
 
 std::wstring ReadSetting(const std::wstring& file, const wchar_t* key)
 {

@@ -1,5 +1,6 @@
 #include "tools/qxltool/Commands.h"
 
+#include "tools/qxltool/CommandInputs.h"
 #include "tools/qxltool/ExitCodes.h"
 #include "tools/qxltool/LogCheck.h"
 #include "tools/qxltool/LogFileReader.h"
@@ -46,16 +47,8 @@ void CheckRecords(LogFileReader& reader, long long records, LogChecker& checker)
 int RunCheck(const QxlOptions& options)
 {
     std::vector<LogFileEntry> files;
-    std::wstring missing;
-    if (!CollectLogSet(options.paths, files, missing)) {
-        ReportError(missing + L": no such file or directory");
-        return kExitUnreadable;
-    }
-    files = OrderLogSet(std::move(files));
-    if (files.empty()) {
-        ReportError(L"no log files (*.qxl) found");
-        return kExitUnreadable;
-    }
+    if (const int exitCode = CollectLogSetArguments(options, files))
+        return exitCode;
 
     OutputStream output(STD_OUTPUT_HANDLE);
     LogChecker checker;

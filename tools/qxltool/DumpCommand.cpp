@@ -1,5 +1,6 @@
 #include "tools/qxltool/Commands.h"
 
+#include "tools/qxltool/CommandInputs.h"
 #include "tools/qxltool/ExitCodes.h"
 #include "tools/qxltool/LogSet.h"
 #include "tools/qxltool/RangeFiles.h"
@@ -60,22 +61,11 @@ int DumpFiles(const std::vector<LogFileEntry>& files, const TimeRange& range,
 int RunDump(const QxlOptions& options, const wchar_t* lineFormat)
 {
     std::vector<LogFileEntry> files;
-    std::wstring missing;
-    if (!CollectLogSet(options.paths, files, missing)) {
-        ReportError(missing + L": no such file or directory");
-        return kExitUnreadable;
-    }
-    files = OrderLogSet(std::move(files));
-    if (files.empty()) {
-        ReportError(L"no log files (*.qxl) found");
-        return kExitUnreadable;
-    }
+    if (const int exitCode = CollectLogSetArguments(options, files))
+        return exitCode;
     TextFilter filter;
-    std::wstring error;
-    if (!filter.Set(options.grep, options.regex, error)) {
-        ReportError(error);
-        return kExitUsage;
-    }
+    if (const int exitCode = SetUpTextFilter(options, filter))
+        return exitCode;
 
     OutputStream output(STD_OUTPUT_HANDLE);
     const RecordFormatter formatter(options.format, lineFormat);

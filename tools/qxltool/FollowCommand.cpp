@@ -1,5 +1,6 @@
 #include "tools/qxltool/Commands.h"
 
+#include "tools/qxltool/CommandInputs.h"
 #include "tools/qxltool/ExitCodes.h"
 #include "tools/qxltool/LogSet.h"
 #include "tools/qxltool/RecordPrinter.h"
@@ -140,11 +141,8 @@ int RunFollow(const QxlOptions& options, const wchar_t* lineFormat)
         return kExitUnreadable;
     }
     TextFilter filter;
-    std::wstring error;
-    if (!filter.Set(options.grep, options.regex, error)) {
-        ReportError(error);
-        return kExitUsage;
-    }
+    if (const int exitCode = SetUpTextFilter(options, filter))
+        return exitCode;
 
     OutputStream output(STD_OUTPUT_HANDLE);
     const RecordFormatter formatter(options.format, lineFormat);
