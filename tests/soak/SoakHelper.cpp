@@ -1,0 +1,48 @@
+// What the soak script cannot do from the Unix side:
+//   soak_helper wait CLASS [TIMEOUT_MS]   exit 0 once a top-level window of
+//                                         CLASS exists, 1 after the time
+//   soak_helper flood CLASS SECONDS       keeps that window's queue busy
+// A flood of posted no-op messages holds back WM_TIMER, which the platform
+// makes only when the queue is empty: the load under which flat-out senders
+// leave more than 5000 lines unflushed, made certain on a slow machine.
+#include <windows.h>
+
+#include <cwchar>
+#include <string>
+
+namespace {
+
+HWND WaitForWindow(const wchar_t* className, DWORD timeoutMs)
+{
+    const DWORD start = ::GetTickCount();
+    HWND window;
+    while ((window = ::FindWindowW(className, nullptr)) == nullptr) {
+        if (::GetTickCount() - start >= timeoutMs)
+            return nullptr;
+        ::Sleep(50);
+    }
+    return window;
+}
+
+} // namespace
+
+int wmain(int argc, wchar_t** argv)
+{
+    if (argc < 3)
+        return 2;
+    const std::wstring command = argv[1];
+    const DWORD number = argc > 3 ? static_cast<DWORD>(std::wcstoul(argv[3], nullptr, 10)) : 0;
+    if (command == L"wait")
+        return WaitForWindow(argv[2], number != 0 ? number : 20000) != nullptr ? 0 : 1;
+    if (command != L"flood")
+        return 2;
+    HWND window = WaitForWindow(argv[2], 0);
+    if (window == nullptr)
+        return 1;
+    const DWORD start = ::GetTickCount();
+    while (::GetTickCount() - start < number * 1000) {
+        if (!::PostMessageW(window, WM_NULL, 0, 0))
+            ::Sleep(1);
+    }
+    return 0;
+}
