@@ -1,0 +1,208 @@
+// Each cost of the program beside the bare platform operation it is built
+// on, as a ratio, in one run (./oriel bench):
+//   a line through ShowMess        / the same call to a server that does nothing
+//   a line through an atom         / a bare SendMessage round trip to the window
+//   a flush of 4000 records        / one write of the same bytes
+//   start-up on a 10 MB log        / the start of a program that does nothing
+// Works on a registered copy of the installation folder; the original is
+// registered again at the end.  Figures are medians of a few repetitions.
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "Oriel.h"
+#include "bench/NullShowMessClass.h"
+#include "bench/SilentHost.h"
+#include "log/LogWriter.h"
+#include "msgwnd/MessAtom.h"
+#include "ring/MessageRing.h"
+#include "support/LogFileDecoder.h"
+#include "support/TestFiles.h"
+
+namespace {
+
+using testing_support::RunningProcess;
+
+double Now()
+{
+    LARGE_INTEGER now, frequency;
+    ::QueryPerformanceCounter(&now);
+    ::QueryPerformanceFrequency(&frequency);
+    return static_cast<double>(now.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+// The median time of `repetitions` runs of `work`, in seconds.
+double Median(int repetitions, const std::function<void()>& work)
+{
+    std::vector<double> times;
+    for (int i = 0; i < repetitions; ++i) {
+        const double start = Now();
+        work();
+        times.push_back(Now() - start);
+    }
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+}
+
+void Row(const char* what, double ours, const char* baseline, double bare, const char* unit, double scale)
+{
+    std::printf("%-30s %10.3f %-3s | %-34s %10.3f %-3s | %7.1f\n", what, ours * scale, unit,
+                baseline, bare * scale, unit, ours / bare);
+}
+
+std::wstring Quoted(const std::wstring& path)
+{
+    return L"\"" + path + L"\"";
+}
+
+void Register(const std::wstring& folder)
+{
+    testing_support::RunProcess(Quoted(folder + L"\\Oriel.exe") + L" /RegServer", 30000);
+    testing_support::RunProcess(L"regsvr32 /s " + Quoted(folder + L"\\OrielPS.dll"), 30000);
+}
+
+void WriteSettings(const std::wstring& folder, const std::wstring& saveDirectory)
+{
+    const std::wstring text =
+        L"[save]\r\nsavedays=0\r\nsavetime=600\r\nlogsize=100\r\nsavedirectory=" + saveDirectory + L"\r\n";
+    testing_support::WriteFileBytes(folder + L"\\config\\ShowMess.ini",
+                                    std::vector<unsigned char>(text.begin(), text.end()));
+}
+
+HWND WaitForWindow(const wchar_t* className)
+{
+    HWND window;
+    for (int i = 0; i < 30000 && (window = ::FindWindowW(className, nullptr)) == nullptr; ++i)
+        ::Sleep(1);
+    return window;
+}
+
+template <typename Interface>
+Interface* CreateLocal(const CLSID& classId)
+{
+    Interface* object = nullptr;
+    for (int i = 0; i < 200; ++i) {
+        if (SUCCEEDED(::CoCreateInstance(classId, nullptr, CLSCTX_LOCAL_SERVER, IID_IShowMess,
+                                         reinterpret_cast<void**>(&object))))
+            return object;
+        ::Sleep(50);
+    }
+    return nullptr;
+}
+
+// Per line, over `lines` lines.
+double PerLine(int lines, const std::function<void(int)>& send)
+{
+    return Median(3, [&] {
+               for (int i = 0; i < lines; ++i)
+                   send(i);
+           }) / lines;
+}
+
+double ShowMessagePerLine(IShowMess* object)
+{
+    std::wstring text = L"a line of a typical length for the benchmark";
+    auto* units = reinterpret_cast<unsigned short*>(&text[0]);
+    return PerLine(1000, [&](int) { object->ShowMessage(units); });
+}
+
+void MeasureFlush()
+{
+    testing_support::TempDir folder;
+    static MessageRing ring;
+    SilentHost host;
+    LogWriter writer(ring, host);
+    writer.OpenCurrentLogFile(folder.Path().c_str(), L"2601010000.qxl");
+    const double flush = Median(5, [&] {
+        ring.unwrittenPos = ring.writePos;
+        for (int i = 0; i < kEarlyFlushPending; ++i)
+            ring.AddMessage(L"a pending line of a typical length for the benchmark");
+        writer.FlushPending(ring.PendingCount());
+    });
+    // Filling the ring is part of the measurement above; it is measured
+    // alone here and taken off.
+    const double fill = Median(5, [&] {
+        for (int i = 0; i < kEarlyFlushPending; ++i)
+            ring.AddMessage(L"a pending line of a typical length for the benchmark");
+    });
+    const std::vector<unsigned char> bytes(static_cast<size_t>(kRecordBytes) * kEarlyFlushPending, 'x');
+    const std::wstring raw = folder / L"raw.bin";
+    const double write = Median(5, [&] {
+        HANDLE file = ::CreateFileW(raw.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        DWORD written = 0;
+        ::SetFilePointer(file, 0, nullptr, FILE_END);
+        ::WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+        ::CloseHandle(file);
+    });
+    Row("flush of 4000 records", flush - fill, "one write of 1,088,000 bytes", write, "ms", 1e3);
+    if (host.boxes != 0)
+        std::printf("the writer reported %d errors: the flush figure is wrong\n", host.boxes);
+}
+
+} // namespace
+
+int main()
+{
+    ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    const std::wstring original = testing_support::InstallDir();
+    testing_support::TempDir work;
+    const std::wstring folder = work / L"Oriel";
+    testing_support::CopyTree(original, folder);
+    const std::wstring saveDirectory = work / L"log";
+    ::CreateDirectoryW(saveDirectory.c_str(), nullptr);
+    WriteSettings(folder, saveDirectory);
+    testing_support::WriteFileBytes(saveDirectory + L"\\2601010000.qxl",
+                                    MakeLogImage(L"7.000000", 10 * 1048576 / kRecordBytes));
+    Register(folder);
+    std::printf("%-30s %14s | %-34s %14s | %7s\n", "ours", "", "bare platform", "", "ratio");
+
+    const std::wstring program = Quoted(folder + L"\\Oriel.exe");
+    // Up to its window: the log is counted at window creation.
+    std::vector<double> starts;
+    for (int i = 0; i < 3; ++i) {
+        const double start = Now();
+        RunningProcess server(program);
+        HWND window = WaitForWindow(L"OrielMessWnd");
+        starts.push_back(Now() - start);
+        ::PostMessageW(window, WM_CLOSE, 0, 0);
+        server.Wait(20000);
+    }
+    std::sort(starts.begin(), starts.end());
+    const double startup = starts[1];
+    const std::wstring trivial = Quoted(original + L"\\..\\bench\\null_showmess.exe") + L" --exit";
+    const double bare = Median(3, [&] { testing_support::RunProcess(trivial, 30000); });
+
+    RunningProcess server(program);
+    HWND window = WaitForWindow(L"OrielMessWnd");
+    const double atomLine = PerLine(1000, [&](int) {
+        ATOM atom = ::GlobalAddAtomW(L"a line of a typical length for the benchmark");
+        ::SendMessageW(window, WM_MESSATOM, atom, 0);
+        ::GlobalDeleteAtom(atom);
+    });
+    const double roundTrip = PerLine(1000, [&](int) { ::SendMessageW(window, WM_NULL, 0, 0); });
+    IShowMess* ours = CreateLocal<IShowMess>(CLSID_ShowMess);
+    RunningProcess nullServer(Quoted(original + L"\\..\\bench\\null_showmess.exe"));
+    IShowMess* nothing = CreateLocal<IShowMess>(kNullShowMessClass);
+    if (ours == nullptr || nothing == nullptr) {
+        std::printf("a component server cannot be reached: is OrielPS.dll registered?\n");
+        return 1;
+    }
+    Row("a line through ShowMess", ShowMessagePerLine(ours), "the same call, a server doing nothing",
+        ShowMessagePerLine(nothing), "us", 1e6);
+    Row("a line through an atom", atomLine, "SendMessage(WM_NULL) to the window", roundTrip, "us", 1e6);
+    ours->Release();
+    nothing->Release();
+    ::PostMessageW(window, WM_CLOSE, 0, 0);
+    server.Wait(20000);
+    MeasureFlush();
+    Row("start-up on a 10 MB log", startup, "start of a program doing nothing", bare, "ms", 1e3);
+    std::printf("%-30s %s\n", "export of a 10 MB log", "not measured: export is not in this build");
+    Register(original);
+    ::CoUninitialize();
+    return 0;
+}
