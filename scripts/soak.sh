@@ -115,12 +115,14 @@ case "$mode" in
     phase overrun overrun 100 0 200 0 7000 0 0 flood
     # A 1 MB file (3855 records) fills within its minute: each rollover
     # continues it and drops the pending lines.  Of two files filled one
-    # after the other, at least one fills within its minute.
-    phase discard discard 1 1 4000 0 4000 0
+    # after the other, at least one fills within its minute: 14000 lines
+    # fill two, even with a second's worth of lines over each.
+    phase discard discard 1 1 3000 0 11000 0
     ;;
   long)
     # A rollover every 77 s at 50 lines/s, no loss.
     phase rollover zero 1 1 6000 25 6000 25 3800
+    phase steady zero 100 1 24000 400 24000 400
     # As fast as the clients go, no loss while files last over a minute.
     phase flat-out zero 100 1 60000 0 60000 0
     phase overrun overrun 100 0 500 0 30000 0 0 flood
