@@ -94,6 +94,19 @@ TEST(StartupFiles, TornTailIsPaddedToAWholeRecordThenAppended)
     EXPECT_EQ(L"new line", log.records[3].text);
 }
 
+TEST(StartupFiles, TornHeaderSlotIsCompletedThenAppended)
+{
+    const Bytes full = OldLog(L"7.000000", 0);
+    const Bytes image(full.begin(), full.begin() + 100);
+    StartupRun run(image);
+    ASSERT_TRUE(run.started);
+    EXPECT_EQ(0u, run.exitCode);
+    const Bytes bytes = ReadFileBytes(run.directory / kOldName);
+    ASSERT_EQ(272u * 2, bytes.size());
+    EXPECT_TRUE(std::equal(image.begin(), image.end(), bytes.begin()));
+    EXPECT_EQ((std::vector<std::wstring>{L"new line"}), TextsOf(DecodeLog(bytes)));
+}
+
 TEST(StartupFiles, EmptyFileGetsItsHeader)
 {
     StartupRun run(Bytes{});
