@@ -81,10 +81,10 @@ HWND WaitForWindow(const wchar_t* className)
     return window;
 }
 
-template <typename Interface>
-Interface* CreateLocal(const CLSID& classId)
+// A ShowMess object of a local server, waited for while the server starts.
+IShowMess* CreateLocal(const CLSID& classId)
 {
-    Interface* object = nullptr;
+    IShowMess* object = nullptr;
     for (int i = 0; i < 200; ++i) {
         if (SUCCEEDED(::CoCreateInstance(classId, nullptr, CLSCTX_LOCAL_SERVER, IID_IShowMess,
                                          reinterpret_cast<void**>(&object))))
@@ -185,9 +185,9 @@ int main()
         ::GlobalDeleteAtom(atom);
     });
     const double roundTrip = PerLine(1000, [&](int) { ::SendMessageW(window, WM_NULL, 0, 0); });
-    IShowMess* ours = CreateLocal<IShowMess>(CLSID_ShowMess);
+    IShowMess* ours = CreateLocal(CLSID_ShowMess);
     RunningProcess nullServer(Quoted(original + L"\\..\\bench\\null_showmess.exe"));
-    IShowMess* nothing = CreateLocal<IShowMess>(kNullShowMessClass);
+    IShowMess* nothing = CreateLocal(kNullShowMessClass);
     if (ours == nullptr || nothing == nullptr) {
         std::printf("a component server cannot be reached: is OrielPS.dll registered?\n");
         return 1;

@@ -13,21 +13,8 @@ using Bytes = std::vector<unsigned char>;
 
 namespace {
 
-class IntakeEnvironment : public ::testing::Environment {
-public:
-    void SetUp() override
-    {
-        ::CoInitialize(nullptr);
-        ServerInstallation::Register();
-    }
-    void TearDown() override
-    {
-        ServerInstallation::Unregister();
-        ::CoUninitialize();
-    }
-};
-
-const auto* const environment = ::testing::AddGlobalTestEnvironment(new IntakeEnvironment);
+const auto* const environment =
+    ::testing::AddGlobalTestEnvironment(new ServerInstallationEnvironment);
 
 // A file of an earlier minute, so that a file the program starts has another name.
 constexpr wchar_t kOldName[] = L"2601010000.qxl";
