@@ -124,7 +124,7 @@ case "$mode" in
     ;;
   long)
     # A rollover every 77 s at 50 lines/s, no loss.
-    phase rollover zero 1 1 6000 25 6000 25 3800
+    phase rollover zero 1 1 9000 25 9000 25 3800
     phase steady zero 100 1 24000 400 24000 400
     # As fast as the clients go, no loss while files last over a minute.
     phase flat-out zero 100 1 60000 0 60000 0
