@@ -5,7 +5,8 @@
 //   a flush of 4000 records        / one write of the same bytes
 //   start-up on a 10 MB log        / the start of a program that does nothing
 // Works on a registered copy of the installation folder; the original is
-// registered again at the end.  Figures are medians of a few repetitions.
+// registered again at the end.  Each pair of figures is measured in turn,
+// several times, and the medians compared.
 #include <windows.h>
 
 #include <algorithm>
@@ -35,23 +36,41 @@ double Now()
     return static_cast<double>(now.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-// The median time of `repetitions` runs of `work`, in seconds.
-double Median(int repetitions, const std::function<void()>& work)
+// Seconds that `work` takes.
+double Timed(const std::function<void()>& work)
 {
-    std::vector<double> times;
-    for (int i = 0; i < repetitions; ++i) {
-        const double start = Now();
-        work();
-        times.push_back(Now() - start);
-    }
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
+    const double start = Now();
+    work();
+    return Now() - start;
 }
 
-void Row(const char* what, double ours, const char* baseline, double bare, const char* unit, double scale)
+double MedianOf(std::vector<double> values)
 {
-    std::printf("%-30s %10.3f %-3s | %-34s %10.3f %-3s | %7.1f\n", what, ours * scale, unit,
-                baseline, bare * scale, unit, ours / bare);
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+struct Pair {
+    double ours;
+    double bare;
+};
+
+// The two measurements taken in turn, `rounds` times each, so that both meet
+// the same load of a shared machine; the median of each.
+Pair SideBySide(int rounds, const std::function<double()>& ours, const std::function<double()>& bare)
+{
+    std::vector<double> oursTimes, bareTimes;
+    for (int i = 0; i < rounds; ++i) {
+        oursTimes.push_back(ours());
+        bareTimes.push_back(bare());
+    }
+    return {MedianOf(oursTimes), MedianOf(bareTimes)};
+}
+
+void Row(const char* what, Pair pair, const char* baseline, const char* unit, double scale)
+{
+    std::printf("%-30s %10.3f %-3s | %-37s %10.3f %-3s | %6.1f\n", what, pair.ours * scale, unit,
+                baseline, pair.bare * scale, unit, pair.ours / pair.bare);
 }
 
 std::wstring Quoted(const std::wstring& path)
@@ -94,20 +113,25 @@ IShowMess* CreateLocal(const CLSID& classId)
     return nullptr;
 }
 
-// Per line, over `lines` lines.
-double PerLine(int lines, const std::function<void(int)>& send)
+constexpr int kLinesPerRound = 200;
+
+// Seconds per line of `kLinesPerRound` lines handed over by `send`.
+std::function<double()> PerLine(const std::function<void()>& send)
 {
-    return Median(3, [&] {
-               for (int i = 0; i < lines; ++i)
-                   send(i);
-           }) / lines;
+    return [send] {
+        return Timed([&] {
+                   for (int i = 0; i < kLinesPerRound; ++i)
+                       send();
+               }) / kLinesPerRound;
+    };
 }
 
-double ShowMessagePerLine(IShowMess* object)
+std::function<double()> ShowMessageLine(IShowMess* object)
 {
-    std::wstring text = L"a line of a typical length for the benchmark";
-    auto* units = reinterpret_cast<unsigned short*>(&text[0]);
-    return PerLine(1000, [&](int) { object->ShowMessage(units); });
+    return PerLine([object] {
+        wchar_t text[] = L"a line of a typical length for the benchmark";
+        object->ShowMessage(reinterpret_cast<unsigned short*>(text));
+    });
 }
 
 void MeasureFlush()
@@ -117,29 +141,27 @@ void MeasureFlush()
     SilentHost host;
     LogWriter writer(ring, host);
     writer.OpenCurrentLogFile(folder.Path().c_str(), L"2601010000.qxl");
-    const double flush = Median(5, [&] {
-        ring.unwrittenPos = ring.writePos;
-        for (int i = 0; i < kEarlyFlushPending; ++i)
-            ring.AddMessage(L"a pending line of a typical length for the benchmark");
-        writer.FlushPending(ring.PendingCount());
-    });
-    // Filling the ring is part of the measurement above; it is measured
-    // alone here and taken off.
-    const double fill = Median(5, [&] {
-        for (int i = 0; i < kEarlyFlushPending; ++i)
-            ring.AddMessage(L"a pending line of a typical length for the benchmark");
-    });
     const std::vector<unsigned char> bytes(static_cast<size_t>(kRecordBytes) * kEarlyFlushPending, 'x');
     const std::wstring raw = folder / L"raw.bin";
-    const double write = Median(5, [&] {
-        HANDLE file = ::CreateFileW(raw.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-        DWORD written = 0;
-        ::SetFilePointer(file, 0, nullptr, FILE_END);
-        ::WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-        ::CloseHandle(file);
-    });
-    Row("flush of 4000 records", flush - fill, "one write of 1,088,000 bytes", write, "ms", 1e3);
+    const Pair pair = SideBySide(
+        7,
+        [&] {
+            ring.unwrittenPos = ring.writePos;
+            for (int i = 0; i < kEarlyFlushPending; ++i)
+                ring.AddMessage(L"a pending line of a typical length for the benchmark");
+            return Timed([&] { writer.FlushPending(ring.PendingCount()); });
+        },
+        [&] {
+            return Timed([&] {
+                HANDLE file = ::CreateFileW(raw.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                            OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+                DWORD written = 0;
+                ::SetFilePointer(file, 0, nullptr, FILE_END);
+                ::WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+                ::CloseHandle(file);
+            });
+        });
+    Row("flush of 4000 records", pair, "one write of the same 1,088,000 bytes", "ms", 1e3);
     if (host.boxes != 0)
         std::printf("the writer reported %d errors: the flush figure is wrong\n", host.boxes);
 }
@@ -159,48 +181,49 @@ int main()
     testing_support::WriteFileBytes(saveDirectory + L"\\2601010000.qxl",
                                     MakeLogImage(L"7.000000", 10 * 1048576 / kRecordBytes));
     Register(folder);
-    std::printf("%-30s %14s | %-34s %14s | %7s\n", "ours", "", "bare platform", "", "ratio");
+    std::printf("%-30s %14s | %-37s %14s | %6s\n", "ours", "", "bare platform", "", "ratio");
 
     const std::wstring program = Quoted(folder + L"\\Oriel.exe");
+    const std::wstring nullServerProgram = Quoted(original + L"\\..\\bench\\null_showmess.exe");
     // Up to its window: the log is counted at window creation.
-    std::vector<double> starts;
-    for (int i = 0; i < 3; ++i) {
-        const double start = Now();
-        RunningProcess server(program);
-        HWND window = WaitForWindow(L"OrielMessWnd");
-        starts.push_back(Now() - start);
-        ::PostMessageW(window, WM_CLOSE, 0, 0);
-        server.Wait(20000);
-    }
-    std::sort(starts.begin(), starts.end());
-    const double startup = starts[1];
-    const std::wstring trivial = Quoted(original + L"\\..\\bench\\null_showmess.exe") + L" --exit";
-    const double bare = Median(3, [&] { testing_support::RunProcess(trivial, 30000); });
+    const Pair startup = SideBySide(
+        5,
+        [&] {
+            const double start = Now();
+            RunningProcess server(program);
+            HWND window = WaitForWindow(L"OrielMessWnd");
+            const double elapsed = Now() - start;
+            ::PostMessageW(window, WM_CLOSE, 0, 0);
+            server.Wait(20000);
+            return elapsed;
+        },
+        [&] { return Timed([&] { testing_support::RunProcess(nullServerProgram + L" --exit", 30000); }); });
 
     RunningProcess server(program);
     HWND window = WaitForWindow(L"OrielMessWnd");
-    const double atomLine = PerLine(1000, [&](int) {
-        ATOM atom = ::GlobalAddAtomW(L"a line of a typical length for the benchmark");
-        ::SendMessageW(window, WM_MESSATOM, atom, 0);
-        ::GlobalDeleteAtom(atom);
-    });
-    const double roundTrip = PerLine(1000, [&](int) { ::SendMessageW(window, WM_NULL, 0, 0); });
     IShowMess* ours = CreateLocal(CLSID_ShowMess);
-    RunningProcess nullServer(Quoted(original + L"\\..\\bench\\null_showmess.exe"));
+    RunningProcess nullServer(nullServerProgram);
     IShowMess* nothing = CreateLocal(kNullShowMessClass);
     if (ours == nullptr || nothing == nullptr) {
         std::printf("a component server cannot be reached: is OrielPS.dll registered?\n");
         return 1;
     }
-    Row("a line through ShowMess", ShowMessagePerLine(ours), "the same call, a server doing nothing",
-        ShowMessagePerLine(nothing), "us", 1e6);
-    Row("a line through an atom", atomLine, "SendMessage(WM_NULL) to the window", roundTrip, "us", 1e6);
+    Row("a line through ShowMess", SideBySide(9, ShowMessageLine(ours), ShowMessageLine(nothing)),
+        "the same call, a server doing nothing", "us", 1e6);
+    Row("a line through an atom",
+        SideBySide(9, PerLine([window] {
+                       ATOM atom = ::GlobalAddAtomW(L"a line of a typical length for the benchmark");
+                       ::SendMessageW(window, WM_MESSATOM, atom, 0);
+                       ::GlobalDeleteAtom(atom);
+                   }),
+                   PerLine([window] { ::SendMessageW(window, WM_NULL, 0, 0); })),
+        "SendMessage(WM_NULL) to the window", "us", 1e6);
     ours->Release();
     nothing->Release();
     ::PostMessageW(window, WM_CLOSE, 0, 0);
     server.Wait(20000);
     MeasureFlush();
-    Row("start-up on a 10 MB log", startup, "start of a program doing nothing", bare, "ms", 1e3);
+    Row("start-up on a 10 MB log", startup, "start of a program doing nothing", "ms", 1e3);
     std::printf("%-30s %s\n", "export of a 10 MB log", "not measured: export is not in this build");
     Register(original);
     ::CoUninitialize();
