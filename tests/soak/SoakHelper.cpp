@@ -30,6 +30,23 @@ HWND WaitForWindow(const wchar_t* className, DWORD timeoutMs)
     return window;
 }
 
+constexpr DWORD kFloodThreads = 3;
+
+struct Flood {
+    HWND window;
+    DWORD end;
+};
+
+DWORD WINAPI PostNoOps(void* context)
+{
+    const Flood* flood = static_cast<const Flood*>(context);
+    while (static_cast<LONG>(flood->end - ::GetTickCount()) > 0) {
+        if (!::PostMessageW(flood->window, WM_NULL, 0, 0))
+            ::Sleep(1);
+    }
+    return 0;
+}
+
 } // namespace
 
 int wmain(int argc, wchar_t** argv)
@@ -56,10 +73,12 @@ int wmain(int argc, wchar_t** argv)
     }
     if (command != L"flood" || window == nullptr)
         return 2;
-    const DWORD start = ::GetTickCount();
-    while (::GetTickCount() - start < number * 1000) {
-        if (!::PostMessageW(window, WM_NULL, 0, 0))
-            ::Sleep(1);
-    }
+    // Several posting threads, so that the queue stays ahead of the window
+    // even when one of them waits for the processor.
+    Flood flood{window, ::GetTickCount() + number * 1000};
+    HANDLE threads[kFloodThreads];
+    for (HANDLE& thread : threads)
+        thread = ::CreateThread(nullptr, 0, &PostNoOps, &flood, 0, nullptr);
+    ::WaitForMultipleObjects(kFloodThreads, threads, TRUE, INFINITE);
     return 0;
 }
