@@ -6,6 +6,7 @@
 #include "log/LogHost.h"
 #include "log/LogWriter.h"
 #include "ring/MessageRing.h"
+#include "bench/SilentHost.h"
 
 #include <windows.h>
 
@@ -57,21 +58,6 @@ void operator delete[](void* block, std::size_t) noexcept
 }
 
 namespace {
-
-// A main window that never appears: the writer's requests go nowhere, except
-// that a box would mean the measurement went wrong.
-class SilentHost : public LogHost {
-public:
-    int boxes = 0;
-    void StartTimer(LogTimer, UINT) override {}
-    void StopTimer(LogTimer) override {}
-    void ShowErrorBox(UINT) override { ++boxes; }
-    void ShowSystemErrorBox(DWORD) override { ++boxes; }
-    void AnnounceDiskFull() override {}
-    void LogListCleared() override {}
-    void NewLogFileStarted() override {}
-    void CurrentLogFileOpened() override {}
-};
 
 class Stopwatch {
 public:

@@ -17,21 +17,8 @@ namespace {
 
 constexpr DWORD kExitRefused = static_cast<DWORD>(-1);
 
-class IntakeEnvironment : public ::testing::Environment {
-public:
-    void SetUp() override
-    {
-        ::CoInitialize(nullptr);
-        ServerInstallation::Register();
-    }
-    void TearDown() override
-    {
-        ServerInstallation::Unregister();
-        ::CoUninitialize();
-    }
-};
-
-const auto* const environment = ::testing::AddGlobalTestEnvironment(new IntakeEnvironment);
+const auto* const environment =
+    ::testing::AddGlobalTestEnvironment(new ServerInstallationEnvironment);
 
 auto TimeOf(const DecodedRecord& r)
 {

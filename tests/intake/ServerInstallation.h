@@ -1,6 +1,8 @@
 #pragma once
 #include <windows.h>
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,6 +27,22 @@ public:
     static void UseFreshSaveDirectory();
     // The records of the newest log file in the current save directory.
     static DecodedLog NewestLog();
+};
+
+// Registers the installation for a whole test program, in a single-threaded
+// apartment: add it with ::testing::AddGlobalTestEnvironment.
+class ServerInstallationEnvironment : public ::testing::Environment {
+public:
+    void SetUp() override
+    {
+        ::CoInitialize(nullptr);
+        ServerInstallation::Register();
+    }
+    void TearDown() override
+    {
+        ServerInstallation::Unregister();
+        ::CoUninitialize();
+    }
 };
 
 // The running message window of a server, found by its class.

@@ -1,0 +1,95 @@
+#include "ProcessBoxes.h"
+
+#include <algorithm>
+
+namespace {
+
+struct Search {
+    DWORD processId;
+    std::vector<ProcessBox> boxes;
+};
+
+BOOL CALLBACK CollectBox(HWND window, LPARAM context)
+{
+    auto* search = reinterpret_cast<Search*>(context);
+    DWORD owner = 0;
+    ::GetWindowThreadProcessId(window, &owner);
+    wchar_t className[16] = {};
+    ::GetClassNameW(window, className, 16);
+    // A box being closed is hidden first; it no longer counts.
+    if (owner != search->processId || std::wstring(className) != L"#32770" ||
+        !::IsWindowVisible(window) || ::GetDlgItem(window, 0xFFFF) == nullptr)
+        return TRUE;
+    wchar_t text[1024] = {};
+    wchar_t caption[256] = {};
+    ::GetDlgItemTextW(window, 0xFFFF, text, 1024);
+    ::GetWindowTextW(window, caption, 256);
+    search->boxes.push_back({window, text, caption, ::GetWindow(window, GW_OWNER)});
+    return TRUE;
+}
+
+bool Contains(const std::vector<HWND>& windows, HWND window)
+{
+    return std::find(windows.begin(), windows.end(), window) != windows.end();
+}
+
+bool ProcessEnded(DWORD processId)
+{
+    HANDLE process = ::OpenProcess(SYNCHRONIZE, FALSE, processId);
+    if (process == nullptr)
+        return true;
+    const bool ended = ::WaitForSingleObject(process, 0) == WAIT_OBJECT_0;
+    ::CloseHandle(process);
+    return ended;
+}
+
+} // namespace
+
+std::vector<ProcessBox> OpenBoxes(DWORD processId)
+{
+    Search search{processId, {}};
+    ::EnumWindows(&CollectBox, reinterpret_cast<LPARAM>(&search));
+    return search.boxes;
+}
+
+ProcessBox WaitForNewBox(DWORD processId, const std::vector<HWND>& seen, DWORD timeoutMs)
+{
+    const DWORD start = ::GetTickCount();
+    do {
+        for (const ProcessBox& box : OpenBoxes(processId)) {
+            if (!Contains(seen, box.window))
+                return box;
+        }
+        ::Sleep(20);
+    } while (::GetTickCount() - start < timeoutMs);
+    return ProcessBox{nullptr, L"", L"", nullptr};
+}
+
+void PressOk(const ProcessBox& box)
+{
+    const int button = ::GetDlgItem(box.window, IDOK) != nullptr ? IDOK : IDCANCEL;
+    ::PostMessageW(box.window, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                   reinterpret_cast<LPARAM>(::GetDlgItem(box.window, button)));
+}
+
+std::vector<ProcessBox> AnswerBoxes(DWORD processId, DWORD quietMs)
+{
+    std::vector<ProcessBox> answered;
+    std::vector<HWND> seen;
+    for (;;) {
+        ProcessBox box = WaitForNewBox(processId, seen, quietMs);
+        if (box.window == nullptr || ProcessEnded(processId))
+            return answered;
+        seen.push_back(box.window);
+        answered.push_back(box);
+        PressOk(box);
+    }
+}
+
+std::vector<std::wstring> TextsOf(const std::vector<ProcessBox>& boxes)
+{
+    std::vector<std::wstring> texts;
+    for (const ProcessBox& box : boxes)
+        texts.push_back(box.text);
+    return texts;
+}
