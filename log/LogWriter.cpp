@@ -121,11 +121,18 @@ int LogWriter::FlushPending(int count)
         return 1;
     if (OpenCurrentFile(kReadWrite, OPEN_ALWAYS) == INVALID_HANDLE_VALUE) {
         // An unusable current file is replaced by a new one, whose start
-        // flushes into the old path again.  That inner flush must not start
-        // yet another file, or the two would call each other for ever: it
-        // fails, and the records it could not write are dropped by the ring
-        // reset of the new file, as with any failed flush at that point.
-        if (flushingBeforeSwitch_ || !StartNewLogFile())
+        // flushes into the old path again.  That inner flush does not start
+        // yet another file, or the two could call each other for ever.  It
+        // fails as a further start within the minute would: on the file of
+        // the same name, which the outer start holds open, with the system's
+        // box for that sharing violation.  The records it could not write
+        // are then dropped by the ring reset of the new file.
+        if (flushingBeforeSwitch_) {
+            ::SetLastError(ERROR_SHARING_VIOLATION);
+            ReportFileError(true);
+            return 0;
+        }
+        if (!StartNewLogFile())
             return 0;
         // The new file began with an empty ring: `count` is stale.  Only
         // lines added since (under a message box) are pending now.

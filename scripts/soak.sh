@@ -81,6 +81,11 @@ phase() {
   wine "$tool" --hold </dev/null &
   local holder=$! flooder="" start end status=0
   [ -n "$flood" ] && { wine "$helper" flood OrielMessWnd 600 & flooder=$!; }
+  # A rollover within the minute of the current file fails its flush into
+  # that very file with the system's sharing-violation box, at every size
+  # check while lines are pending: designed, answered as they come.
+  local answerer=""
+  [ "$expect" = discard ] && { wine "$helper" boxes OrielMessWnd 3000 32 & answerer=$!; }
   start=$(date +%s.%N)
   wine "$tool" --count "$comlines" $([ "$comrate" != 0 ] && echo --rate "$comrate") com \
     >"$work/com.txt" &
@@ -90,15 +95,18 @@ phase() {
   [ -n "$flooder" ] && kill "$flooder"
   wait "$com" || status=1
   end=$(date +%s.%N)
-  # The program shows no box on these roads; one found here is answered,
-  # so that the window can close, and fails the phase.
-  wine "$helper" boxes OrielMessWnd || { echo "  FAIL: the program showed message boxes"; status=1; }
+  # Any other box is answered, so that the window can close, and fails the phase.
+  wine "$helper" boxes OrielMessWnd 1000 $([ "$expect" = discard ] && echo 32) ||
+    { echo "  FAIL: the program showed message boxes"; status=1; }
   # After a flood the close waits behind the queued messages, longer than
   # showmess waits: the server's own end decides.
   wine "$tool" --close 2>/dev/null || [ -n "$flood" ] || status=1
   wait "$holder" || true
   wait "$server" || status=1
   server=""
+  if [ -n "$answerer" ]; then
+    wait "$answerer" || { echo "  FAIL: the program showed other message boxes"; status=1; }
+  fi
   printf '  %.0f lines/s together for %.1f s (ShowMess: %s, atoms: %s)\n' \
     "$(echo "($comlines + $atomlines) / ($end - $start)" | bc -l)" "$(echo "$end - $start" | bc -l)" \
     "$(sed -n 's/.*(\(.*\))/\1/p' "$work/com.txt")" "$(sed -n 's/.*(\(.*\))/\1/p' "$work/atom.txt")"

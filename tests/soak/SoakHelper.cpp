@@ -2,9 +2,13 @@
 //   soak_helper wait CLASS [TIMEOUT_MS]   exit 0 once a top-level window of
 //                                         CLASS exists, 1 after the time
 //   soak_helper flood CLASS SECONDS       keeps that window's queue busy
-//   soak_helper boxes CLASS               answers every message box of the
-//                                         window's process, prints their
-//                                         texts; exit 1 when there was one
+//   soak_helper boxes CLASS [QUIET_MS [ALLOWED_ERROR]]
+//                                         answers every message box of the
+//                                         window's process until none came
+//                                         for QUIET_MS (1000) or the process
+//                                         ended, prints their texts; exit 1
+//                                         when there was one other than the
+//                                         system's text of ALLOWED_ERROR
 // A flood of posted no-op messages holds back WM_TIMER, which the platform
 // makes only when the queue is empty: the load under which flat-out senders
 // leave more than 5000 lines unflushed, made certain on a slow machine.
@@ -47,6 +51,19 @@ DWORD WINAPI PostNoOps(void* context)
     return 0;
 }
 
+// The platform's text for an error code, as the program's error box shows it.
+std::wstring SystemText(DWORD code)
+{
+    wchar_t* text = nullptr;
+    ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
+                         FORMAT_MESSAGE_IGNORE_INSERTS,
+                     nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
+                     reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+    std::wstring result = text != nullptr ? text : L"";
+    ::LocalFree(text);
+    return result;
+}
+
 } // namespace
 
 int wmain(int argc, wchar_t** argv)
@@ -61,15 +78,26 @@ int wmain(int argc, wchar_t** argv)
     if (command == L"boxes") {
         DWORD processId = 0;
         ::GetWindowThreadProcessId(window, &processId);
-        const std::vector<ProcessBox> boxes = window != nullptr ? AnswerBoxes(processId, 1000)
-                                                                : std::vector<ProcessBox>();
+        const std::vector<ProcessBox> boxes =
+            window != nullptr ? AnswerBoxes(processId, number != 0 ? number : 1000)
+                              : std::vector<ProcessBox>();
+        const std::wstring allowed = argc > 4 ? SystemText(std::wcstoul(argv[4], nullptr, 10)) : L"";
+        int designed = 0;
+        int unexpected = 0;
         for (const ProcessBox& box : boxes) {
+            if (!allowed.empty() && box.text == allowed) {
+                ++designed;
+                continue;
+            }
             char text[2048] = {};
             ::WideCharToMultiByte(CP_UTF8, 0, box.text.c_str(), -1, text, sizeof text - 1, nullptr,
                                   nullptr);
             std::printf("  message box: %s\n", text);
+            ++unexpected;
         }
-        return boxes.empty() ? 0 : 1;
+        if (designed > 0)
+            std::printf("  %d designed error boxes (error %lu)\n", designed, std::wcstoul(argv[4], nullptr, 10));
+        return unexpected == 0 ? 0 : 1;
     }
     if (command != L"flood" || window == nullptr)
         return 2;
