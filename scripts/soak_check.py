@@ -128,8 +128,8 @@ def main(argv):
     parser.add_argument("--expect", choices=["zero", "overrun", "discard"], required=True)
     args = parser.parse_args(argv)
     clients = {}
-    for spec in args.client:
-        prefix, _, count = spec.rpartition(":")
+    for client in args.client:
+        prefix, _, count = client.rpartition(":")
         clients[prefix] = int(count)
 
     files, records, problems = read_directory(args.directory)
