@@ -86,11 +86,12 @@ LRESULT CALLBACK DialogScript::IdleHook(int code, WPARAM wParam, LPARAM lParam)
 
 LRESULT CALLBACK DialogScript::ActivationHook(int code, WPARAM wParam, LPARAM lParam)
 {
-    static HWND lastQuiet = nullptr;
     const HWND window = reinterpret_cast<HWND>(wParam);
-    if (code == HCBT_ACTIVATE && active != nullptr && window != lastQuiet &&
-        (::GetWindowLongW(window, GWL_STYLE) & DS_NOIDLEMSG) != 0) {
-        lastQuiet = window;
+    // Marked, not remembered by handle: a later box may get the same one.
+    if (code == HCBT_ACTIVATE && active != nullptr &&
+        (::GetWindowLongW(window, GWL_STYLE) & DS_NOIDLEMSG) != 0 &&
+        ::GetPropW(window, L"OrielScriptSaw") == nullptr) {
+        ::SetPropW(window, L"OrielScriptSaw", reinterpret_cast<HANDLE>(1));
         if (IsMessageBox(window)) {
             wchar_t caption[256] = {};
             ::GetWindowTextW(window, caption, 256);
