@@ -1,7 +1,7 @@
 #include "browse/TextLogConversion.h"
 #include "lang/ResourceIds.h"
 #include "support/LogFileDecoder.h"
-#include "support/MessageBoxRecorder.h"
+#include "support/DialogScript.h"
 #include "support/TestFiles.h"
 #include "winlayer/Resources.h"
 
@@ -83,7 +83,7 @@ protected:
     }
 
     TempDir dir;
-    MessageBoxRecorder boxes;
+    DialogScript boxes;
     HWND owner = ::CreateWindowExW(0, L"STATIC", L"browser", WS_OVERLAPPED, 0, 0, 99, 99, nullptr,
                                    nullptr, nullptr, nullptr);
     HANDLE logFile = INVALID_HANDLE_VALUE;

@@ -1,9 +1,9 @@
 #include "DialogFixture.h"
 
-#include "support/ResourceText.h"
-
 #include <objbase.h>
 
+#include "lang/ResourceIds.h"
+#include "support/ResourceText.h"
 #include "winlayer/Resources.h"
 
 namespace {
@@ -44,16 +44,30 @@ std::wstring Text(UINT id, const std::wstring& argument)
     return text;
 }
 
-std::wstring Box(UINT captionId, const std::wstring& text, const wchar_t* icon,
-                 const wchar_t* buttons)
+DialogScript::Step ExpectBox(UINT captionId, const std::wstring& text, const wchar_t* icon,
+                             int answer)
 {
-    return Text(captionId) + L"|" + text + L"|" + icon + L"|" + buttons;
+    // Questions offer Cancel; the rest only report.
+    const std::wstring buttons = icon == std::wstring(L"question") ? L"|ok cancel" : L"|ok";
+    const std::wstring expected =
+        (captionId != 0 ? Text(captionId) : L"") + L"|" + text + L"|" + icon + buttons;
+    return [expected, answer](HWND box) {
+        EXPECT_EQ(expected, testing_support::IsMessageBox(box) ? testing_support::DescribeBox(box)
+                                                               : L"no message box");
+        Click(box, answer);
+    };
 }
 
-DialogScript::Step ExpectBox(const std::wstring& expected, int answer)
+DialogScript::Step ExpectCreateQuestion(const std::wstring& path, int answer)
 {
-    return [expected, answer](HWND box) {
-        EXPECT_EQ(expected, IsMessageBox(box) ? DescribeBox(box) : L"no message box");
-        Click(box, answer);
+    return ExpectBox(IDS_SAVEPATH_CREATE_CAPTION, Text(IDS_SAVEPATH_CREATE_ASK, path), L"question",
+                     answer);
+}
+
+DialogScript::Step TypeAndOk(int id, const std::wstring& text)
+{
+    return [id, text](HWND dialog) {
+        Type(dialog, id, text);
+        Click(dialog, IDOK);
     };
 }

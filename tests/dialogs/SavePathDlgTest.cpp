@@ -9,20 +9,20 @@
 
 namespace {
 
-// Types `path`, moves the focus away from it, and presses OK.
-DialogScript::Step TypeAndOk(const std::wstring& path)
+bool IsDirectory(const std::wstring& path)
 {
-    return [path](HWND dialog) {
-        Type(dialog, IDC_SAVE_PATH, path);
-        ::SetFocus(::GetDlgItem(dialog, IDCANCEL));
-        Click(dialog, IDOK);
-    };
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-void ExpectFocusOnPathThenCancel(HWND dialog)
+// The directory with-readonly-dir.sh made, by its Windows name.
+std::wstring ReadOnlyDirectory()
 {
-    EXPECT_EQ(::GetDlgItem(dialog, IDC_SAVE_PATH), ::GetFocus());
-    Click(dialog, IDCANCEL);
+    const char* unixPath = std::getenv("ORIEL_READONLY_DIR");
+    std::wstring path = L"Z:";
+    for (const char* p = unixPath != nullptr ? unixPath : ""; *p != '\0'; ++p)
+        path += *p == '/' ? L'\\' : static_cast<wchar_t>(*p);
+    return path;
 }
 
 class SavePathDialog : public DialogFixture {
@@ -32,80 +32,69 @@ protected:
         ::lstrcpynW(dialog.savePath, initial.c_str(), MAX_PATH);
         return dialog.DoModal(script.Owner());
     }
-    // Runs the dialog through one refusal: `path` typed, the boxes answered
-    // by `boxes`, then the focus is expected back on the path.
-    void ExpectRefusal(const std::wstring& path, std::initializer_list<DialogScript::Step> boxes)
-    {
-        script.Then(TypeAndOk(path));
-        for (const DialogScript::Step& box : boxes)
-            script.Then(box);
-        script.Then(ExpectFocusOnPathThenCancel);
-        EXPECT_EQ(IDCANCEL, Run());
-        EXPECT_TRUE(script.Finished());
-    }
     CSavePathDlg dialog;
 };
 
-TEST_F(SavePathDialog, ShowsThePathAndAcceptsAnExistingFileInCanonicalForm)
+// Typed with the focus elsewhere, as a user leaving the box would.
+DialogScript::Step TypeAndOk(const std::wstring& path)
+{
+    return [path](HWND dialog) {
+        Type(dialog, IDC_SAVE_PATH, path);
+        ::SetFocus(::GetDlgItem(dialog, IDCANCEL));
+        Click(dialog, IDOK);
+    };
+}
+
+TEST_F(SavePathDialog, AcceptsAnExistingOrConfirmedNewPathInCanonicalForm)
 {
     testing_support::WriteFileBytes(dir / L"file", {});
     script.Then([](HWND dialog) { EXPECT_EQ(L"C:\\old", ItemText(dialog, IDC_SAVE_PATH)); })
         .Then(TypeAndOk(L"  " + dir.Path() + L"\\ file \\ "));
     EXPECT_EQ(IDOK, Run(L"C:\\old"));
     EXPECT_EQ(dir / L"file", dialog.savePath);
-    EXPECT_TRUE(script.Finished());
-}
 
-TEST_F(SavePathDialog, EmptyAndInvalidPathsAreRefused)
-{
-    ExpectRefusal(L"", {ExpectBox(Box(IDS_SAVEPATH_CAPTION, Text(IDS_SAVEPATH_EMPTY), L"error"))});
-    ExpectRefusal(L"C:\\a:b",
-                  {ExpectBox(Box(IDS_SAVEPATH_CAPTION, Text(IDS_SAVEPATH_INVALID), L"error"))});
-}
-
-TEST_F(SavePathDialog, ReadOnlyDirectoryIsRefused)
-{
-    const char* unixPath = std::getenv("ORIEL_READONLY_DIR");
-    if (unixPath == nullptr)
-        GTEST_SKIP() << "needs with-readonly-dir.sh";
-    std::wstring readOnly = L"Z:";
-    for (const char* p = unixPath; *p != '\0'; ++p)
-        readOnly += *p == '/' ? L'\\' : static_cast<wchar_t>(*p);
-    ASSERT_TRUE(::GetFileAttributesW(readOnly.c_str()) & FILE_ATTRIBUTE_READONLY);
-    ExpectRefusal(readOnly, {ExpectBox(Box(IDS_SAVEPATH_READONLY_CAPTION,
-                                           Text(IDS_SAVEPATH_READONLY), L"error"))});
-}
-
-TEST_F(SavePathDialog, MissingDirectoryIsCreatedLevelByLevelAfterConfirmation)
-{
+    // A missing directory is created, level by level, once confirmed.
     const std::wstring missing = dir / L"a\\b\\c";
-    const std::wstring question =
-        Box(IDS_SAVEPATH_CREATE_CAPTION, Text(IDS_SAVEPATH_CREATE_ASK, missing), L"question",
-            L"ok cancel");
-    // Cancel first: nothing is created and the dialog stays.
-    ExpectRefusal(missing + L"\\", {ExpectBox(question, IDCANCEL)});
-    EXPECT_FALSE(testing_support::FileExists(dir / L"a"));
-
-    script.Then(TypeAndOk(missing + L"\\")).Then(ExpectBox(question, IDOK));
+    script.Then(TypeAndOk(missing + L"\\")).Then(ExpectCreateQuestion(missing));
     EXPECT_EQ(IDOK, Run());
     EXPECT_EQ(missing, dialog.savePath);
-    EXPECT_TRUE(::GetFileAttributesW(missing.c_str()) & FILE_ATTRIBUTE_DIRECTORY);
+    EXPECT_TRUE(IsDirectory(missing));
     EXPECT_TRUE(script.Finished());
 }
 
-TEST_F(SavePathDialog, FailedCreationIsReportedWithThePath)
+TEST_F(SavePathDialog, EachRefusalExplainsItselfAndKeepsTheDialogWithTheFocusOnThePath)
 {
+    const std::wstring readOnly = ReadOnlyDirectory();
+    ASSERT_NE(L"Z:", readOnly) << "run through with-readonly-dir.sh";
     testing_support::WriteFileBytes(dir / L"file", {});
-    const std::wstring below = dir / L"file\\sub";
-    ExpectRefusal(below, {ExpectBox(Box(IDS_SAVEPATH_CREATE_CAPTION,
-                                        Text(IDS_SAVEPATH_CREATE_ASK, below), L"question",
-                                        L"ok cancel")),
-                          ExpectBox(Box(IDS_SAVEPATH_CREATE_CAPTION,
-                                        Text(IDS_SAVEPATH_CREATE_FAILED, below), L"error"))});
+    const std::wstring missing = dir / L"a\\b\\c";
+    const std::wstring belowFile = dir / L"file\\sub";
+    const struct {
+        std::wstring typed;
+        std::vector<DialogScript::Step> boxes;
+    } cases[] = {
+        {L"", {ExpectBox(IDS_SAVEPATH_CAPTION, Text(IDS_SAVEPATH_EMPTY), L"error")}},
+        {L"C:\\a:b", {ExpectBox(IDS_SAVEPATH_CAPTION, Text(IDS_SAVEPATH_INVALID), L"error")}},
+        {readOnly, {ExpectBox(IDS_SAVEPATH_READONLY_CAPTION, Text(IDS_SAVEPATH_READONLY), L"error")}},
+        // Creation declined: nothing is made.
+        {missing + L"\\", {ExpectCreateQuestion(missing, IDCANCEL)}},
+        {belowFile,
+         {ExpectCreateQuestion(belowFile),
+          ExpectBox(IDS_SAVEPATH_CREATE_CAPTION, Text(IDS_SAVEPATH_CREATE_FAILED, belowFile), L"error")}},
+    };
+    for (const auto& c : cases) {
+        script.Then(TypeAndOk(c.typed));
+        for (const DialogScript::Step& box : c.boxes)
+            script.Then(box);
+        script.Then([typed = c.typed](HWND dialog) {
+            EXPECT_EQ(::GetDlgItem(dialog, IDC_SAVE_PATH), ::GetFocus()) << typed;
+        });
+    }
+    script.Then([](HWND dialog) { Click(dialog, IDCANCEL); });
+    EXPECT_EQ(IDCANCEL, Run());
+    EXPECT_TRUE(script.Finished());
+    EXPECT_FALSE(testing_support::FileExists(dir / L"a"));
 }
-
-// The folder browser's status line (the same control on Windows and Wine).
-constexpr int kBrowserStatus = 0x3743;
 
 // What BrowseCallback asks of a browser, recorded by a stand-in window.
 struct BrowserRequests {
@@ -141,10 +130,9 @@ TEST_F(SavePathDialog, BrowserStartsInTheCurrentDirectoryAndShowsCompactedSelect
     ::SetCurrentDirectoryW(previous);
     EXPECT_EQ(dir.Path(), requests.selection);
 
-    const std::wstring deep = dir / L"a folder name far too long for two hundred pixels";
-    ::CreateDirectoryW(deep.c_str(), nullptr);
-    ::CreateDirectoryW((deep + L"\\logs").c_str(), nullptr);
-    PIDLIST_ABSOLUTE item = ::ILCreateFromPathW((deep + L"\\logs").c_str());
+    const std::wstring logs = dir / L"a folder name far too long for two hundred pixels\\logs";
+    ::SHCreateDirectoryExW(nullptr, logs.c_str(), nullptr);
+    PIDLIST_ABSOLUTE item = ::ILCreateFromPathW(logs.c_str());
     EXPECT_EQ(0, BrowseCallback(browser, BFFM_SELCHANGED, reinterpret_cast<LPARAM>(item), 0));
     ::ILFree(item);
     EXPECT_NE(std::wstring::npos, requests.status.find(L"...\\logs")) << requests.status;
@@ -154,15 +142,14 @@ TEST_F(SavePathDialog, BrowserStartsInTheCurrentDirectoryAndShowsCompactedSelect
 TEST_F(SavePathDialog, BrowsedPathFillsTheEditShortenedToFit)
 {
     std::wstring deep = dir.Path();
-    for (int level = 0; level < 4; ++level) {
+    for (int level = 0; level < 4; ++level)
         deep += L"\\a rather long folder name number " + std::to_wstring(level);
-        ASSERT_TRUE(::CreateDirectoryW(deep.c_str(), nullptr));
-    }
+    ASSERT_EQ(ERROR_SUCCESS, ::SHCreateDirectoryExW(nullptr, deep.c_str(), nullptr));
     // Wine's browser now and then fails to find a folder it is asked to
-    // select; asking again finds it.
+    // select; asking again finds it.  0x3743 is its status line.
     auto selectDeep = [&](HWND browser) {
         ::SendMessageW(browser, BFFM_SETSELECTIONW, TRUE, (LPARAM)deep.c_str());
-        return ItemText(browser, kBrowserStatus).find(L"number 3") != std::wstring::npos;
+        return ItemText(browser, 0x3743).find(L"number 3") != std::wstring::npos;
     };
     script.Then([](HWND dialog) { Click(dialog, IDC_SAVE_PATH_BROWSE); })
         .ThenWhen(selectDeep, [](HWND browser) { Click(browser, IDOK); })

@@ -25,69 +25,66 @@ protected:
     const std::wstring settingsPath = PathOf(L"ShowMess.ini");
 };
 
-DialogScript::Step TypeAndOk(int id, const std::wstring& text)
-{
-    return [id, text](HWND dialog) {
-        Type(dialog, id, text);
-        Click(dialog, IDOK);
-    };
-}
-
-TEST_F(SettingsCommands, UnchangedDirectoryTypedInAnotherCaseChangesNothing)
+TEST_F(SettingsCommands, SaveDirectoryMovesTheLogOnlyWhenItChanges)
 {
     Open();
+    AddLines(0, 3);
+    // The same directory in another case changes nothing at all.
     std::wstring typed = dir.Path();
     ::CharUpperW(&typed[0]);
     script.Then(TypeAndOk(IDC_SAVE_PATH, typed));
     RunSaveDirectory();
-    EXPECT_TRUE(script.Finished());
     EXPECT_TRUE(host.events.empty());
     EXPECT_EQ(dir.Path(), writer.SaveDirectory());
     EXPECT_FALSE(testing_support::FileExists(settingsPath));
-}
 
-TEST_F(SettingsCommands, NewDirectoryIsWrittenAndTakesTheNextLinesAtOnce)
-{
-    Open();
-    AddLines(0, 3);
+    // A new one is written and takes the next lines at once; the pending
+    // lines go into the old file.
     const std::wstring created = PathOf(L"new");
-    script.Then(TypeAndOk(IDC_SAVE_PATH, created))
-        .Then(ExpectBox(Box(IDS_SAVEPATH_CREATE_CAPTION, Text(IDS_SAVEPATH_CREATE_ASK, created),
-                            L"question", L"ok cancel")));
+    script.Then(TypeAndOk(IDC_SAVE_PATH, created)).Then(ExpectCreateQuestion(created));
     RunSaveDirectory();
-    EXPECT_TRUE(script.Finished());
     EXPECT_EQ(created, Setting(L"savedirectory"));
     EXPECT_EQ(NewFileEvents(), host.events);
-    EXPECT_EQ(created + L"\\" + kCurrentName, writer.LogFilePath());
-    EXPECT_EQ(3u, ReadLog().records.size());  // the pending lines went into the old file
-
+    EXPECT_EQ(3u, ReadLog().records.size());
     AddLines(3, 2);
     ASSERT_EQ(1, writer.FlushPending(ring->PendingCount()));
-    const DecodedLog fresh = DecodeLog(testing_support::ReadFileBytes(writer.LogFilePath()));
+    const DecodedLog fresh = DecodeLog(testing_support::ReadFileBytes(created + L"\\" + kCurrentName));
     ASSERT_EQ(2u, fresh.records.size());
     EXPECT_EQ(LineText(4), fresh.records[1].text);
-}
 
-TEST_F(SettingsCommands, FailedNewFileIsReportedAndTheDirectoryStays)
-{
-    Open();
-    // An existing file passes as a directory, but no log file can be made in it.
+    // An existing file passes as a directory, but no log file can be made in
+    // it: reported to the owner, and the directory is kept all the same.
     const std::wstring file = PathOf(L"file");
     testing_support::WriteFileBytes(file, {});
+    const DialogScript::Step failure = ExpectBox(IDS_ERROR_CAPTION, Text(IDS_NEW_LOG_FAILED), L"error");
     script.Then(TypeAndOk(IDC_SAVE_PATH, file)).Then([&](HWND box) {
         EXPECT_EQ(script.Owner(), ::GetWindow(box, GW_OWNER));
-        ExpectBox(Box(IDS_ERROR_CAPTION, Text(IDS_NEW_LOG_FAILED), L"error"))(box);
+        failure(box);
     });
     RunSaveDirectory();
     EXPECT_TRUE(script.Finished());
     EXPECT_EQ(file, writer.SaveDirectory());
     EXPECT_EQ(file, Setting(L"savedirectory"));
-    EXPECT_EQ(PathOf(kCurrentName), writer.LogFilePath());
+    EXPECT_EQ(created + L"\\" + kCurrentName, writer.LogFilePath());
 }
 
-TEST_F(SettingsCommands, ParametersShowAsUnsignedAndAreWrittenInOrder)
+TEST_F(SettingsCommands, ParametersShowUnsignedRefuseOutOfRangeAndTakeEffectAtTheNextCheck)
 {
+    Open();
     writer.SetSettings(30, 4294967295u, 7);
+    EXPECT_EQ(0, writer.OnTimer(LogTimer::Size));
+    // A refused field keeps the dialog, and Cancel then changes nothing.
+    script.Then([](HWND dialog) {
+              Type(dialog, IDC_SAVE_TIME, L"5");
+              TypeAndOk(IDC_SAVE_DAYS, L"3000000000")(dialog);
+          })
+        .Then(ExpectBox(0, kSettingRangeMessage, L"none"))
+        .Then([](HWND dialog) { Click(dialog, IDCANCEL); });
+    RunSaveParams();
+    EXPECT_EQ(4294967295u, writer.SaveTime());
+    EXPECT_EQ(30u, writer.SaveDays());
+    EXPECT_FALSE(testing_support::FileExists(settingsPath));
+
     script.Then([](HWND dialog) {
         EXPECT_EQ(L"4294967295", ItemText(dialog, IDC_SAVE_TIME));
         EXPECT_EQ(L"30", ItemText(dialog, IDC_SAVE_DAYS));
@@ -105,33 +102,9 @@ TEST_F(SettingsCommands, ParametersShowAsUnsignedAndAreWrittenInOrder)
     const std::vector<unsigned char> bytes = testing_support::ReadFileBytes(settingsPath);
     EXPECT_EQ("[save]\r\nsavedays=2147483647\r\nsavetime=42\r\nlogsize=0\r\n",
               std::string(bytes.begin(), bytes.end()));
-}
 
-TEST_F(SettingsCommands, RefusedFieldKeepsTheDialogAndCancelChangesNothing)
-{
-    script.Then([](HWND dialog) {
-              Type(dialog, IDC_SAVE_TIME, L"5");
-              Type(dialog, IDC_SAVE_DAYS, L"3000000000");
-              Click(dialog, IDOK);
-          })
-        .Then(ExpectBox(std::wstring(L"|") + kSettingRangeMessage + L"|none|ok"))
-        .Then([](HWND dialog) { Click(dialog, IDCANCEL); });
-    RunSaveParams();
-    EXPECT_TRUE(script.Finished());
-    EXPECT_EQ(600u, writer.SaveTime());
-    EXPECT_EQ(10u, writer.SaveDays());
-    EXPECT_FALSE(testing_support::FileExists(settingsPath));
-}
-
-TEST_F(SettingsCommands, NewLogSizeTakesEffectAtTheNextSizeCheck)
-{
-    Open();
-    EXPECT_EQ(0, writer.OnTimer(LogTimer::Size));
-    script.Then(TypeAndOk(IDC_LOG_SIZE, L"0"));
-    RunSaveParams();
-    EXPECT_TRUE(script.Finished());
-    EXPECT_TRUE(host.events.empty());  // the command itself rolls nothing over
-
+    // The commands themselves roll nothing over; the next size check does.
+    EXPECT_TRUE(host.events.empty());
     testNow = LocalTime(2026, 3, 3, 14, 6);
     EXPECT_EQ(0, writer.OnTimer(LogTimer::Size));
     EXPECT_EQ(NewFileEvents(), host.events);

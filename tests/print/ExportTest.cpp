@@ -36,15 +36,15 @@ using ExportTest = PrintFixture;
 TEST_F(ExportTest, ShortLogsGiveTheMarkAloneExceptABrowsersWhichGivesNoFile)
 {
     const std::wstring headerOnly = WriteLog(L"empty.qxl", 0);
-    const std::wstring torn = dir + L"\\torn.qxl";
+    const std::wstring torn = dir / L"torn.qxl";
     WriteFileBytes(torn, std::vector<unsigned char>(271, 0x37));
-    ASSERT_TRUE(ExportLogFile(headerOnly.c_str(), (dir + L"\\a.txt").c_str(), ExportSource::Browser));
-    ASSERT_TRUE(ExportLogFile(torn.c_str(), (dir + L"\\b.txt").c_str(), ExportSource::MainWindow));
-    EXPECT_EQ(ExportBytes(L""), ReadFileBytes(dir + L"\\a.txt"));
-    EXPECT_EQ(ExportBytes(L""), ReadFileBytes(dir + L"\\b.txt"));
+    ASSERT_TRUE(ExportLogFile(headerOnly.c_str(), (dir / L"a.txt").c_str(), ExportSource::Browser));
+    ASSERT_TRUE(ExportLogFile(torn.c_str(), (dir / L"b.txt").c_str(), ExportSource::MainWindow));
+    EXPECT_EQ(ExportBytes(L""), ReadFileBytes(dir / L"a.txt"));
+    EXPECT_EQ(ExportBytes(L""), ReadFileBytes(dir / L"b.txt"));
 
-    EXPECT_FALSE(ExportLogFile(torn.c_str(), (dir + L"\\c.txt").c_str(), ExportSource::Browser));
-    EXPECT_FALSE(FileExists(dir + L"\\c.txt"));
+    EXPECT_FALSE(ExportLogFile(torn.c_str(), (dir / L"c.txt").c_str(), ExportSource::Browser));
+    EXPECT_FALSE(FileExists(dir / L"c.txt"));
     // The browser's read handle stays open: nobody gets the file to himself.
     HANDLE alone = ::CreateFileW(torn.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     EXPECT_EQ(static_cast<DWORD>(ERROR_SHARING_VIOLATION), ::GetLastError());
@@ -60,15 +60,15 @@ TEST_F(ExportTest, OneLinePerWholeRecordFullTextCutZeroSlotAsNumbers)
     PutLogRecord(image, 1, full, TestStamp(1, 1));
     // Slot 3 stays zero, as the writer leaves a completed torn record.
     PutLogRecord(image, 3, L"record 3", TestStamp(3));
-    const std::wstring log = dir + L"\\odd.qxl";
+    const std::wstring log = dir / L"odd.qxl";
     WriteFileBytes(log, image);
-    ASSERT_TRUE(ExportLogFile(log.c_str(), (dir + L"\\out.txt").c_str(), ExportSource::Browser));
+    ASSERT_TRUE(ExportLogFile(log.c_str(), (dir / L"out.txt").c_str(), ExportSource::Browser));
     EXPECT_EQ(ExportBytes(Line(0) + L"2026-03-03 10:00:01.001  " + full.substr(0, 127) + L"\r\n" +
                           L"0000-00-00 00:00:00.000  \r\n" + Line(3)),
-              ReadFileBytes(dir + L"\\out.txt"));
+              ReadFileBytes(dir / L"out.txt"));
 
     // Over a longer old file, whose tail stays.
-    const std::wstring old = dir + L"\\old.txt";
+    const std::wstring old = dir / L"old.txt";
     WriteFileBytes(old, std::vector<unsigned char>(500, 'Z'));
     ASSERT_TRUE(ExportLogFile(WriteLog(L"one.qxl", 1).c_str(), old.c_str(), ExportSource::MainWindow));
     std::vector<unsigned char> expected = ExportBytes(Line(0));
@@ -90,25 +90,20 @@ TEST_F(ExportTest, TheChosenNameAlwaysGetsTxtAndEachWindowItsFilter)
     };
     for (const Case& c : cases) {
         std::wstring filter;
-        {
-            DialogScript script([&] {
-                HWND dialog = WaitForDialog(uiThread);
-                ASSERT_NE(nullptr, dialog);
-                wchar_t text[128] = {};
-                ::GetWindowTextW(::GetDlgItem(dialog, 0x470), text, 128);
-                filter = text;
-                if (c.typed.empty())
-                    PostClick(dialog, IDCANCEL);
-                else
-                    AnswerFileDialog(dialog, dir + L"\\" + c.typed);
-            });
-            ExportLogText(owner, log.c_str(), c.source);
-        }
+        script.Then([&](HWND dialog) {
+            filter = testing_support::ItemText(dialog, 0x470);
+            if (c.typed.empty())
+                testing_support::Click(dialog, IDCANCEL);
+            else
+                testing_support::ChooseFile(dir / c.typed)(dialog);
+        });
+        ExportLogText(owner, log.c_str(), c.source);
+        EXPECT_TRUE(script.Finished());
         if (c.typed.empty())
             continue;
         EXPECT_EQ(c.filter, filter);
-        EXPECT_EQ(ExportBytes(Line(0) + Line(1)), ReadFileBytes(dir + L"\\" + c.created)) << c.typed;
+        EXPECT_EQ(ExportBytes(Line(0) + Line(1)), ReadFileBytes(dir / c.created)) << c.typed;
     }
-    EXPECT_FALSE(FileExists(dir + L"\\day.txt"));
-    EXPECT_FALSE(FileExists(dir + L"\\.txt"));
+    EXPECT_FALSE(FileExists(dir / L"day.txt"));
+    EXPECT_FALSE(FileExists(dir / L".txt"));
 }

@@ -9,7 +9,6 @@
 #include "lang/ResourceIds.h"
 #include "print/PrintJob.h"
 #include "print/PrintSettings.h"
-#include "support/MessageBoxRecorder.h"
 #include "winlayer/Resources.h"
 
 namespace {
@@ -58,7 +57,6 @@ class PrintJobTest : public PrintFixture {
 protected:
     void SetUp() override
     {
-        PrintFixture::SetUp();
         if (!HavePrinter())
             GTEST_SKIP() << "no private print server (see with-printer.sh)";
         dc = ::CreateDCW(nullptr, L"PDFFILE", nullptr, nullptr);
@@ -84,7 +82,6 @@ protected:
             ::DestroyWindow(browser);
         if (dc != nullptr)
             ::DeleteDC(dc);
-        PrintFixture::TearDown();
     }
 
     // The job's layout with the test's font, as the job measures it.
@@ -134,17 +131,11 @@ protected:
         return numbers;
     }
 
-    std::wstring LastBoxText() const
-    {
-        return boxes.Boxes().empty() ? L"" : boxes.Boxes().back().text;
-    }
-
     HDC dc = nullptr;
     HWND browser = nullptr;
     LOGFONTW font = {};
     CHOOSEFONTW fontDialog = {};
     PrintJobWindows windows;
-    testing_support::MessageBoxRecorder boxes;
 };
 
 } // namespace
@@ -157,7 +148,7 @@ TEST_F(PrintJobTest, WholeLogHeaderRecordLinesAndPageLabelsWhereTheLayoutPutsThe
     const int lpp = layout.linesPerPage;
     const std::wstring log = WriteLog(L"whole.qxl", lpp + 5);
     ASSERT_EQ(1, Print(log, RangeAll, TestStamp(0), TestStamp(0)));
-    EXPECT_TRUE(boxes.Boxes().empty());
+    EXPECT_TRUE(script.Boxes().empty());
     // Disabled for the job, enabled after it.
     EXPECT_EQ((std::vector<bool>{false, true}), enableChanges);
     EXPECT_TRUE(::IsWindowEnabled(owner));
@@ -202,22 +193,25 @@ TEST_F(PrintJobTest, WholeLogHeaderRecordLinesAndPageLabelsWhereTheLayoutPutsThe
 TEST_F(PrintJobTest, TimeRangesPrintTheirRecordsOnly)
 {
     const std::wstring log = WriteLog(L"range.qxl", 60);
-    ASSERT_EQ(1, Print(log, RangeBetween, TestStamp(10), TestStamp(19, 500)));
-    Printout printout = CollectPrintout(true);
-    ASSERT_EQ(1, printout.pages);
-    EXPECT_EQ(Range(10, 19), RecordNumbers(printout.words[0]));
-
-    // From a time between two records to the end of the log.
-    ASSERT_EQ(1, Print(log, RangeFrom, TestStamp(54, 1), TestStamp(0)));
-    printout = CollectPrintout(true);
-    ASSERT_EQ(1, printout.pages);
-    EXPECT_EQ(Range(55, 59), RecordNumbers(printout.words[0]));
-
-    // "All" chosen in the print dialog: the whole log, whatever the range.
-    ASSERT_EQ(1, Print(log, RangeUpTo, TestStamp(3), TestStamp(0), PD_COLLATE));
-    printout = CollectPrintout(true);
-    EXPECT_EQ(Range(0, Layout().linesPerPage - 1), RecordNumbers(printout.words.at(0)));
-    EXPECT_TRUE(boxes.Boxes().empty());
+    const struct {
+        int range;
+        SYSTEMTIME from, to;
+        DWORD flags;
+        std::vector<int> printed;
+    } cases[] = {
+        {RangeBetween, TestStamp(10), TestStamp(19, 500), PD_SELECTION, Range(10, 19)},
+        // From a time between two records to the end of the log.
+        {RangeFrom, TestStamp(54, 1), TestStamp(0), PD_SELECTION, Range(55, 59)},
+        // "All" chosen in the print dialog: the whole log, whatever the range.
+        {RangeUpTo, TestStamp(3), TestStamp(0), 0, Range(0, Layout().linesPerPage - 1)},
+    };
+    for (const auto& c : cases) {
+        ASSERT_EQ(1, Print(log, c.range, c.from, c.to, c.flags | PD_COLLATE));
+        const Printout printout = CollectPrintout(true);
+        ASSERT_FALSE(printout.words.empty());
+        EXPECT_EQ(c.printed, RecordNumbers(printout.words[0])) << c.range;
+    }
+    EXPECT_TRUE(script.Boxes().empty());
 }
 
 TEST_F(PrintJobTest, UncollatedCopiesFromThePrintDialogPrintEachPageTwice)
@@ -225,18 +219,12 @@ TEST_F(PrintJobTest, UncollatedCopiesFromThePrintDialogPrintEachPageTwice)
     const int lpp = Layout().linesPerPage;
     const std::wstring log = WriteLog(L"copies.qxl", lpp + 3);
     PRINTDLGW dialog;
-    bool confirmed = false;
-    {
-        DialogScript script([&] {
-            HWND print = WaitForDialog(uiThread);
-            ASSERT_NE(nullptr, print);
-            ::SetDlgItemInt(print, 0x482, 2, FALSE);
-            ::CheckDlgButton(print, 0x411, BST_UNCHECKED);
-            PostClick(print, IDOK);
-        });
-        confirmed = RunPrintDialog(owner, nullptr, nullptr, kMainPrintDialogFlags, dialog);
-    }
-    ASSERT_TRUE(confirmed);
+    script.Then([](HWND print) {
+        ::SetDlgItemInt(print, 0x482, 2, FALSE);
+        ::CheckDlgButton(print, 0x411, BST_UNCHECKED);
+        testing_support::Click(print, IDOK);
+    });
+    ASSERT_TRUE(RunPrintDialog(owner, nullptr, nullptr, kMainPrintDialogFlags, dialog));
     ASSERT_NE(nullptr, dialog.hDC);
     EXPECT_EQ(0u, dialog.Flags & PD_COLLATE);
     EXPECT_EQ(2, dialog.nCopies);
@@ -285,9 +273,11 @@ TEST_F(PrintJobTest, RefusalsAndDeliberateAbortsPrintNothing)
         // Each job on a fresh device context, as each print dialog gives one.
         ::DeleteDC(dc);
         dc = ::CreateDCW(nullptr, L"PDFFILE", nullptr, nullptr);
+        script.Clear();
         EXPECT_EQ(0, Print(log, c.range, c.from, c.from, PD_SELECTION | PD_COLLATE, c.copies));
-        EXPECT_EQ(c.box, LastBoxText()) << c.records << " " << c.range;
-        EXPECT_EQ(L"Print", boxes.Boxes().back().caption);
+        ASSERT_EQ(1u, script.Boxes().size()) << c.records << " " << c.range;
+        EXPECT_EQ(c.box, script.Boxes().back().text) << c.records << " " << c.range;
+        EXPECT_EQ(L"Print", script.Boxes().back().caption);
         EXPECT_TRUE(::IsWindowEnabled(browser));
     }
     EXPECT_FALSE(CollectPrintout(false).exists);

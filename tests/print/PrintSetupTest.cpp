@@ -1,58 +1,28 @@
-// The print setup dialog on its real template, driven from a helper thread
-// while the test's thread runs it modally.
+// The print setup dialog on its real template, driven step by step while
+// the test's thread runs it modally.
 #include "PrintTestSupport.h"
-
-#include <functional>
 
 #include "lang/ResourceIds.h"
 #include "print/LocalTimeOrder.h"
 #include "print/PrintSetupDlg.h"
-#include "support/MessageBoxRecorder.h"
 #include "winlayer/Resources.h"
+
+using testing_support::Click;
+using testing_support::ItemText;
+using testing_support::Type;
 
 namespace {
 
-std::wstring ItemText(HWND dialog, int id)
-{
-    wchar_t text[1024] = {};
-    ::GetDlgItemTextW(dialog, id, text, 1024);
-    return text;
-}
-
-void SetText(HWND dialog, int id, const std::wstring& text)
-{
-    ::SetDlgItemTextW(dialog, id, text.c_str());
-}
-
-// Fills the six fields starting at control `ids` (year to second).
-void SetGroup(HWND dialog, const int (&ids)[6], const std::vector<std::wstring>& values)
-{
-    for (int i = 0; i < 6; ++i)
-        SetText(dialog, ids[i], values[i]);
-}
-
-void Click(HWND dialog, int id)
-{
-    ::SendMessageW(::GetDlgItem(dialog, id), BM_CLICK, 0, 0);
-}
-
-HWND FocusOf(DWORD thread)
-{
-    GUITHREADINFO info = {};
-    info.cbSize = sizeof(info);
-    ::GetGUIThreadInfo(thread, &info);
-    return info.hwndFocus;
-}
-
 constexpr int kBetweenFrom[6] = {229, 230, 231, 232, 233, 235};
 constexpr int kBetweenTo[6] = {241, 242, 243, 244, 245, 246};
-constexpr int kUpTo[6] = {247, 248, 249, 250, 251, 252};
+constexpr int kUpTo0 = 247;
 
 class PrintSetupTest : public PrintFixture {
 protected:
-    void SetUp() override
+    // Runs the dialog on `settings` with the log's first record at
+    // 10:00:00.500 and its last at 10:01:00, through the script's steps.
+    INT_PTR Run()
     {
-        PrintFixture::SetUp();
         settings.logFontCopy.lfHeight = -12;
         settings.logFontCopy.lfWeight = FW_NORMAL;
         winlayer::LoadText(IDS_FONT_FACE, settings.logFontCopy.lfFaceName, LF_FACESIZE);
@@ -61,68 +31,64 @@ protected:
         settings.fontDialogStateCopy.lpLogFont = &settings.logFontCopy;
         settings.rangeFrom = TestStamp(5);
         settings.rangeTo = TestStamp(50);
-    }
-
-    // Runs the dialog on `settings` with the log's first record at
-    // 10:00:00.500 and its last at 10:01:00; `script` drives it.
-    INT_PTR Run(const std::function<void(HWND)>& script)
-    {
-        DialogScript thread([&] {
-            HWND dialog = WaitForDialog(uiThread);
-            ASSERT_NE(nullptr, dialog);
-            script(dialog);
-        });
         return RunPrintSetup(owner, settings, TestStamp(0, 500), TestStamp(60));
     }
-
-    // Presses OK and expects the refusal `text` with the focus on `focusId`.
-    void ExpectRefusal(HWND dialog, const std::wstring& text, int focusId)
-    {
-        const size_t before = boxes.Boxes().size();
-        ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
-        ASSERT_EQ(before + 1, boxes.Boxes().size()) << "no refusal for " << focusId;
-        EXPECT_EQ(text, boxes.Boxes().back().text);
-        EXPECT_EQ(L"Print Setup", boxes.Boxes().back().caption);
-        EXPECT_EQ(::GetDlgItem(dialog, focusId), FocusOf(uiThread)) << focusId;
-        EXPECT_TRUE(::IsWindow(dialog));
-    }
-
     PrintSettings settings;
-    testing_support::MessageBoxRecorder boxes;
 };
 
 } // namespace
 
-TEST_F(PrintSetupTest, OkRefusesFieldByFieldThenTakesTheRange)
+TEST_F(PrintSetupTest, OkRefusesFieldByFieldWithTheFocusThereThenTakesTheRange)
 {
-    const INT_PTR result = Run([&](HWND dialog) {
-        // Fields of a range switched to stay empty: the year is reported.
-        Click(dialog, IDC_RANGE_BETWEEN);
+    script.Then([](HWND dialog) {
+        ::SendDlgItemMessageW(dialog, IDC_RANGE_BETWEEN, BM_CLICK, 0, 0);
         EXPECT_TRUE(::IsWindowEnabled(::GetDlgItem(dialog, kBetweenTo[5])));
-        EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, kUpTo[0])));
-        ExpectRefusal(dialog, L"This field must not be empty.", 229);
-        SetGroup(dialog, kBetweenFrom, {L"2023", L"2", L"29", L"10", L"0", L"0"});
-        ExpectRefusal(dialog, L"The day must be between 1 and 28.", 231);
-        SetGroup(dialog, kBetweenFrom, {L"2026", L"3", L"3", L"10", L"0", L"60"});
-        ExpectRefusal(dialog, L"The second must be between 0 and 59.", 235);
-        // The first record came at 10:00:00.500: a whole second before it is out.
-        SetGroup(dialog, kBetweenFrom, {L"2026", L"3", L"3", L"10", L"0", L"0"});
-        ExpectRefusal(dialog,
-                      L"The time must lie within the log, from 2026-03-03 10:00:00 to 2026-03-03 10:01:00.",
-                      229);
-        SetGroup(dialog, kBetweenFrom, {L"2026", L"3", L"3", L"10", L"0", L"40"});
-        ExpectRefusal(dialog, L"This field must not be empty.", 241);
-        SetGroup(dialog, kBetweenTo, {L"2026", L"3", L"3", L"10", L"1", L"1"});
-        ExpectRefusal(dialog,
-                      L"The time must lie within the log, from 2026-03-03 10:00:00 to 2026-03-03 10:01:00.",
-                      241);
-        SetGroup(dialog, kBetweenTo, {L"2026", L"3", L"3", L"10", L"0", L"30"});
-        ExpectRefusal(dialog, L"The start time must not be later than the end time.", 241);
-        SetText(dialog, kBetweenFrom[5], L"10");
-        ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+        EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, kUpTo0)));
     });
-    EXPECT_EQ(IDOK, result);
-    EXPECT_EQ(7u, boxes.Boxes().size());
+    const std::wstring outside =
+        L"The time must lie within the log, from 2026-03-03 10:00:00 to 2026-03-03 10:01:00.";
+    // Each row fills a group (none: the fields stay empty) and presses OK.
+    const struct {
+        const int* group;
+        std::vector<const wchar_t*> values;
+        std::wstring refusal;
+        int focus;
+    } rows[] = {
+        {nullptr, {}, L"This field must not be empty.", 229},
+        {kBetweenFrom, {L"2023", L"2", L"29", L"10", L"0", L"0"}, L"The day must be between 1 and 28.", 231},
+        {kBetweenFrom, {L"2026", L"3", L"3", L"10", L"0", L"60"}, L"The second must be between 0 and 59.", 235},
+        // The first record came at 10:00:00.500: a whole second before it is out.
+        {kBetweenFrom, {L"2026", L"3", L"3", L"10", L"0", L"0"}, outside, 229},
+        {kBetweenFrom, {L"2026", L"3", L"3", L"10", L"0", L"40"}, L"This field must not be empty.", 241},
+        {kBetweenTo, {L"2026", L"3", L"3", L"10", L"1", L"1"}, outside, 241},
+        {kBetweenTo, {L"2026", L"3", L"3", L"10", L"0", L"30"},
+         L"The start time must not be later than the end time.", 241},
+    };
+    std::vector<std::wstring> expected;
+    for (const auto& row : rows) {
+        script.Then([&row](HWND dialog) {
+                  for (size_t i = 0; i < row.values.size(); ++i)
+                      Type(dialog, row.group[i], row.values[i]);
+                  Click(dialog, IDOK);
+              })
+            .Then([](HWND box) { Click(box, IDOK); })
+            .Then([&row](HWND dialog) {
+                EXPECT_EQ(::GetDlgItem(dialog, row.focus), ::GetFocus()) << row.refusal;
+            });
+        expected.push_back(row.refusal);
+    }
+    script.Then([](HWND dialog) {
+        Type(dialog, kBetweenFrom[5], L"10");
+        Click(dialog, IDOK);
+    });
+    EXPECT_EQ(IDOK, Run());
+    EXPECT_TRUE(script.Finished());
+    std::vector<std::wstring> shown;
+    for (const auto& box : script.Boxes()) {
+        shown.push_back(box.text);
+        EXPECT_EQ(L"Print Setup", box.caption);
+    }
+    EXPECT_EQ(expected, shown);
     EXPECT_EQ(RangeBetween, settings.printRange);
     EXPECT_EQ(0, CompareLocalTimes(TestStamp(10), settings.rangeFrom));
     EXPECT_EQ(0, CompareLocalTimes(TestStamp(30), settings.rangeTo));
@@ -130,42 +96,35 @@ TEST_F(PrintSetupTest, OkRefusesFieldByFieldThenTakesTheRange)
 
 TEST_F(PrintSetupTest, TheCodeMenuInsertsAtTheCaretOfTheClickedBox)
 {
-    std::wstring header;
     DWORD selStart = 0;
     DWORD selEnd = 0;
-    bool menuShown = false;
-    Run([&](HWND dialog) {
-        HWND edit = ::GetDlgItem(dialog, IDC_HEADER_TEXT);
-        SetText(dialog, IDC_HEADER_TEXT, L"abcdef");
-        ::SendMessageW(edit, EM_SETSEL, 3, 3);
+    script.Then([](HWND dialog) {
+        Type(dialog, IDC_HEADER_TEXT, L"abcdef");
+        ::SendDlgItemMessageW(dialog, IDC_HEADER_TEXT, EM_SETSEL, 3, 3);
         RECT area;
         ::GetWindowRect(::GetDlgItem(dialog, IDC_HEADER_CODES), &area);
         POINT click = {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
         ::ScreenToClient(dialog, &click);
         ::PostMessageW(dialog, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(click.x, click.y));
-        for (int i = 0; i < 200 && !menuShown; ++i) {
-            HWND menu = ::FindWindowW(L"#32768", nullptr);
-            menuShown = menu != nullptr && ::IsWindowVisible(menu);
-            if (!menuShown)
-                ::Sleep(20);
-        }
-        // Choose "&T" from the menu with the keyboard: down three times, enter.
-        HWND menu = ::FindWindowW(L"#32768", nullptr);
+    });
+    // Choose "&T" from the menu with the keyboard: down four times, enter.
+    script.Then([](HWND menu) {
         for (int i = 0; i < 4; ++i)
             ::PostMessageW(menu, WM_KEYDOWN, VK_DOWN, 0);
         ::PostMessageW(menu, WM_KEYDOWN, VK_RETURN, 0);
-        for (int i = 0; i < 200 && ItemText(dialog, IDC_HEADER_TEXT) == L"abcdef"; ++i)
-            ::Sleep(20);
-        header = ItemText(dialog, IDC_HEADER_TEXT);
-        ::SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&selStart), reinterpret_cast<LPARAM>(&selEnd));
+    });
+    script.Then([&](HWND dialog) {
+        EXPECT_EQ(L"abc&Tdef", ItemText(dialog, IDC_HEADER_TEXT));
+        ::SendDlgItemMessageW(dialog, IDC_HEADER_TEXT, EM_GETSEL, reinterpret_cast<WPARAM>(&selStart),
+                              reinterpret_cast<LPARAM>(&selEnd));
         // Without a click on a code area first, a code command does nothing.
         ::SendMessageW(dialog, WM_COMMAND, IDM_CODE_FILE, 0);
-        EXPECT_EQ(header, ItemText(dialog, IDC_HEADER_TEXT));
+        EXPECT_EQ(L"abc&Tdef", ItemText(dialog, IDC_HEADER_TEXT));
         EXPECT_EQ(L"Page &P", ItemText(dialog, IDC_FOOTER_TEXT));
-        PostClick(dialog, IDCANCEL);
+        Click(dialog, IDCANCEL);
     });
-    EXPECT_TRUE(menuShown);
-    EXPECT_EQ(L"abc&Tdef", header);
+    EXPECT_EQ(IDCANCEL, Run());
+    EXPECT_TRUE(script.Finished());
     EXPECT_EQ(3u, selStart);
     EXPECT_EQ(5u, selEnd);
 }

@@ -6,45 +6,12 @@
 #include <sstream>
 
 #include "support/LogFileDecoder.h"
-#include "support/TestFiles.h"
 #include "winlayer/Resources.h"
 
 HMODULE PrintFixture::english = nullptr;
-HWND PrintFixture::owner = nullptr;
-DWORD PrintFixture::uiThread = 0;
 int PrintFixture::printouts = 0;
 
 namespace {
-
-struct DialogSearch {
-    HWND except;
-    HWND found;
-};
-
-BOOL CALLBACK FindDialog(HWND window, LPARAM param)
-{
-    auto* search = reinterpret_cast<DialogSearch*>(param);
-    wchar_t className[16] = {};
-    ::GetClassNameW(window, className, 16);
-    if (window != search->except && std::wstring(className) == L"#32770" &&
-        ::IsWindowVisible(window) && ::GetDlgItem(window, 0xFFFF) == nullptr) {
-        search->found = window;
-        return FALSE;
-    }
-    return TRUE;
-}
-
-BOOL CALLBACK FindNameEdit(HWND child, LPARAM param)
-{
-    wchar_t className[16] = {};
-    ::GetClassNameW(child, className, 16);
-    if (std::wstring(className) == L"Edit" &&
-        ::GetDlgCtrlID(::GetParent(child)) == 0x47C) {
-        *reinterpret_cast<HWND*>(param) = child;
-        return FALSE;
-    }
-    return TRUE;
-}
 
 // The Windows name of a Unix path (Wine maps / to Z:).
 std::wstring WindowsPath(const std::string& unixPath)
@@ -80,34 +47,6 @@ std::vector<std::vector<PrintedWord>> ParseWords(const std::wstring& htmlPath)
 
 } // namespace
 
-HWND WaitForDialog(DWORD threadId, HWND except, DWORD timeoutMs)
-{
-    const DWORD start = ::GetTickCount();
-    do {
-        DialogSearch search{except, nullptr};
-        ::EnumThreadWindows(threadId, &FindDialog, reinterpret_cast<LPARAM>(&search));
-        if (search.found != nullptr)
-            return search.found;
-        ::Sleep(20);
-    } while (::GetTickCount() - start < timeoutMs);
-    return nullptr;
-}
-
-void PostClick(HWND dialog, int id)
-{
-    ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
-                   reinterpret_cast<LPARAM>(::GetDlgItem(dialog, id)));
-}
-
-void AnswerFileDialog(HWND dialog, const std::wstring& name)
-{
-    HWND edit = nullptr;
-    ::EnumChildWindows(dialog, &FindNameEdit, reinterpret_cast<LPARAM>(&edit));
-    ASSERT_NE(nullptr, edit);
-    ::SendMessageW(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
-    PostClick(dialog, IDOK);
-}
-
 SYSTEMTIME TestStamp(int seconds, int milliseconds)
 {
     SYSTEMTIME stamp = {2026, 3, 2, 3, 10, 0, 0, 0};
@@ -123,45 +62,21 @@ void PrintFixture::SetUpTestSuite()
     english = ::LoadLibraryW((testing_support::InstallDir() + L"\\Lang\\EN\\OrielEN.dll").c_str());
     ASSERT_NE(nullptr, english);
     winlayer::SetResourceModule(english);
-    owner = ::CreateWindowExW(0, L"STATIC", L"Oriel print test", WS_OVERLAPPEDWINDOW, 0, 0, 400,
-                              300, nullptr, nullptr, ::GetModuleHandleW(nullptr), nullptr);
-    ASSERT_NE(nullptr, owner);
-    uiThread = ::GetCurrentThreadId();
 }
 
 void PrintFixture::TearDownTestSuite()
 {
-    ::DestroyWindow(owner);
     winlayer::SetResourceModule(nullptr);
     ::FreeLibrary(english);
 }
 
-void PrintFixture::SetUp()
+std::wstring PrintFixture::WriteLog(const std::wstring& name, size_t count)
 {
-    wchar_t base[MAX_PATH];
-    ::GetTempPathW(MAX_PATH, base);
-    for (int i = 0;; ++i) {
-        tempDir_ = std::wstring(base) + L"oriel-print-" + std::to_wstring(::GetCurrentProcessId()) +
-                   L"-" + std::to_wstring(i);
-        if (::CreateDirectoryW(tempDir_.c_str(), nullptr))
-            break;
-    }
-    dir = tempDir_;
-}
-
-void PrintFixture::TearDown()
-{
-    testing_support::RemoveTree(tempDir_);
-}
-
-std::wstring PrintFixture::WriteLog(const std::wstring& name, size_t count, size_t tail)
-{
-    std::vector<unsigned char> image = MakeLogImage(L"7.000000", count, tail);
+    std::vector<unsigned char> image = MakeLogImage(L"7.000000", count);
     for (size_t i = 0; i < count; ++i)
         PutLogRecord(image, i, L"record " + std::to_wstring(i), TestStamp(static_cast<int>(i)));
-    const std::wstring path = dir + L"\\" + name;
-    testing_support::WriteFileBytes(path, image);
-    return path;
+    testing_support::WriteFileBytes(dir / name, image);
+    return dir / name;
 }
 
 bool PrintFixture::HavePrinter()

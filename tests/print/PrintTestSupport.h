@@ -2,35 +2,15 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
+#include "support/DialogScript.h"
+#include "support/TestFiles.h"
+
 // What the export, setup and printing tests share: the English module as
-// resource module, an owner window, logs on disk, dialogs answered from a
-// helper thread, and the private printer's output read back.
-
-// A visible dialog (class #32770, not a message box) of thread `threadId`
-// other than `except`, waited for up to `timeoutMs`; null when none came.
-HWND WaitForDialog(DWORD threadId, HWND except = nullptr, DWORD timeoutMs = 10000);
-
-// Runs `script` on a helper thread while the test's thread sits in a modal
-// loop; joined when the object goes away.
-class DialogScript {
-public:
-    explicit DialogScript(std::function<void()> script) : thread_(std::move(script)) {}
-    ~DialogScript() { thread_.join(); }
-
-private:
-    std::thread thread_;
-};
-
-// Posts a click of button `id` to `dialog` (needs no focus).
-void PostClick(HWND dialog, int id);
-
-// Puts `name` into a file dialog's name box and confirms it.
-void AnswerFileDialog(HWND dialog, const std::wstring& name);
+// resource module, logs on disk, a dialog script whose owner window owns
+// the dialogs, and the private printer's output read back.
 
 // A record stamped 2026-03-03 10:00:00.000 plus `seconds` seconds and
 // `milliseconds`, as the records of the test logs are.
@@ -52,12 +32,9 @@ class PrintFixture : public ::testing::Test {
 protected:
     static void SetUpTestSuite();
     static void TearDownTestSuite();
-    void SetUp() override;
-    void TearDown() override;
 
-    // A log of `count` records "record 0" .. stamped TestStamp(i), plus
-    // `tail` bytes of a torn record.
-    std::wstring WriteLog(const std::wstring& name, size_t count, size_t tail = 0);
+    // A log of `count` records "record 0" .. stamped TestStamp(i).
+    std::wstring WriteLog(const std::wstring& name, size_t count);
 
     // Whether the private printer runs (otherwise printing cases skip).
     static bool HavePrinter();
@@ -65,12 +42,11 @@ protected:
     // last call; `expectJob` false waits only for an idle queue.
     Printout CollectPrintout(bool expectJob);
 
-    static HMODULE english;
-    static HWND owner;
-    static DWORD uiThread;
-    std::wstring dir;
+    testing_support::DialogScript script;
+    const HWND owner = script.Owner();
+    testing_support::TempDir dir;
 
 private:
-    std::wstring tempDir_;
+    static HMODULE english;
     static int printouts;
 };

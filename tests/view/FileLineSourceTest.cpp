@@ -5,7 +5,7 @@
 #include "ring/MessageRecord.h"
 #include "support/ResourceText.h"
 #include "support/LogFileDecoder.h"
-#include "support/MessageBoxRecorder.h"
+#include "support/DialogScript.h"
 #include "support/TestFiles.h"
 #include "support/ViewInput.h"
 #include "view/FileLineSource.h"
@@ -37,7 +37,7 @@ protected:
     testing_support::TempDir dir;
     std::wstring path = dir / L"2603031405.qxl";
     FileLineSource source;
-    testing_support::MessageBoxRecorder boxes;
+    testing_support::DialogScript boxes;
 };
 
 TEST_F(FileLinesTest, ReadsPagesWhileTheWriterHoldsTheFile)

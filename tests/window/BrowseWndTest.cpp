@@ -4,7 +4,6 @@
 
 #include "lang/ResourceIds.h"
 #include "support/ResourceText.h"
-#include "support/DialogAnswerer.h"
 #include "support/LogFileDecoder.h"
 #include "support/ViewInput.h"
 #include "winlayer/Resources.h"
@@ -14,7 +13,6 @@ namespace {
 using testing_support::ResourceText;
 
 using testing_support::ChooseFile;
-using testing_support::DialogAnswerer;
 using testing_support::PageLine;
 using testing_support::SendKey;
 
@@ -43,9 +41,9 @@ protected:
     CBrowseWnd* OpenLog(const std::wstring& path)
     {
         const size_t before = window->Browsers().size();
-        DialogAnswerer answer({ChooseFile(path)});
+        dialogs.Then(ChooseFile(path));
         ::SendMessageW(Hwnd(), WM_COMMAND, IDM_OPEN_LOG, 0);
-        EXPECT_EQ(1u, answer.Shown());
+        EXPECT_TRUE(dialogs.Finished());
         return window->Browsers().size() > before ? window->Browsers().back().get() : nullptr;
     }
 
@@ -114,7 +112,7 @@ TEST_F(BrowseWndTest, FollowsTheCurrentLogWhileTheMainWindowWrites)
         << "the page waits for a scroll";
     SendKey(browser->Handle(), VK_END, true);
     EXPECT_EQ(L"live 29", PageLine(browser->View(), browser->View().PageCount() - 1));
-    EXPECT_TRUE(boxes.Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 }
 
 TEST_F(BrowseWndTest, BadFilesAreRefusedWithoutACrash)
@@ -122,14 +120,14 @@ TEST_F(BrowseWndTest, BadFilesAreRefusedWithoutACrash)
     CBrowseWnd* newer = OpenLog(WriteFile(L"newer.qxl", MakeLogImage(L"8.000000", 3)));
     ASSERT_NE(nullptr, newer) << "kept although its window failed";
     EXPECT_EQ(nullptr, newer->Handle());
-    ASSERT_EQ(1u, boxes.Boxes().size());
-    EXPECT_EQ(ResourceText(IDS_NEWER_FORMAT), boxes.Boxes()[0].text);
+    ASSERT_EQ(1u, dialogs.Boxes().size());
+    EXPECT_EQ(ResourceText(IDS_NEWER_FORMAT), dialogs.Boxes()[0].text);
 
     std::vector<unsigned char> torn = MakeLogImage(L"7.000000", 3);
     torn.resize(31);
     CBrowseWnd* shortHeader = OpenLog(WriteFile(L"short.qxl", torn));
     EXPECT_EQ(nullptr, shortHeader->Handle()) << "fails silently";
-    EXPECT_EQ(1u, boxes.Boxes().size());
+    EXPECT_EQ(1u, dialogs.Boxes().size());
 
     CBrowseWnd* ragged = OpenLog(WriteFile(L"ragged.qxl", MakeLogImage(L"7.000000", 5, 100)));
     EXPECT_EQ(5, ragged->Lines().LineCount()) << "a torn last record is not counted";
@@ -144,13 +142,13 @@ TEST_F(BrowseWndTest, BadFilesAreRefusedWithoutACrash)
     // refill cannot seek there.
     CBrowseWnd* empty = OpenLog(WriteFile(L"empty.qxl", MakeLogImage(L"7.000000", 0)));
     ASSERT_NE(nullptr, empty->Handle());
-    boxes.Clear();
+    dialogs.Clear();
     SendKey(empty->Handle(), VK_NEXT);
     EXPECT_EQ(-empty->View().LinesPerPage(), empty->View().TopLine());
     EXPECT_EQ(0, empty->View().PageCount());
-    ASSERT_EQ(1u, boxes.Boxes().size());
-    EXPECT_EQ(ResourceText(IDS_ERROR_CAPTION), boxes.Boxes()[0].caption);
-    EXPECT_EQ(nullptr, boxes.Boxes()[0].owner) << "the system's text, no owner";
+    ASSERT_EQ(1u, dialogs.Boxes().size());
+    EXPECT_EQ(ResourceText(IDS_ERROR_CAPTION), dialogs.Boxes()[0].caption);
+    EXPECT_EQ(nullptr, dialogs.Boxes()[0].owner) << "the system's text, no owner";
 }
 
 TEST_F(BrowseWndTest, TextLogsAreShownConverted)
@@ -166,8 +164,9 @@ TEST_F(BrowseWndTest, TextLogsAreShownConverted)
 
 TEST_F(BrowseWndTest, CancellingOpensNothingAndTheEndClosesEveryBrowser)
 {
-    DialogAnswerer cancel({testing_support::CancelDialog});
+    dialogs.Then([](HWND dialog) { testing_support::Click(dialog, IDCANCEL); });
     ::SendMessageW(Hwnd(), WM_COMMAND, IDM_OPEN_LOG, 0);
+    EXPECT_TRUE(dialogs.Finished());
     EXPECT_TRUE(window->Browsers().empty());
 
     CBrowseWnd* open = OpenLog(current);
@@ -189,9 +188,10 @@ namespace {
 // Export from a window's File menu, answering the save dialog with `name`.
 void ExportThroughMenu(HWND window, const std::wstring& name)
 {
-    DialogAnswerer answer({ChooseFile(name)});
+    testing_support::DialogScript script;
+    script.Then(ChooseFile(name));
     ::SendMessageW(window, WM_COMMAND, IDM_EXPORT_TEXT, 0);
-    EXPECT_EQ(1u, answer.Shown());
+    EXPECT_TRUE(script.Finished());
 }
 
 std::wstring ExportedText(const std::wstring& path)

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "msgwnd/MessWnd.h"
-#include "support/MessageBoxRecorder.h"
+#include "support/DialogScript.h"
 #include "support/ViewInput.h"
 #include "support/TestFiles.h"
 
@@ -47,6 +47,6 @@ protected:
     static HMODULE english;
     static std::wstring configDir;
     testing_support::TempDir saveDir;
-    testing_support::MessageBoxRecorder boxes;
+    testing_support::DialogScript dialogs;
     std::unique_ptr<CMessWnd> window;
 };

@@ -5,7 +5,6 @@
 
 #include "lang/ResourceIds.h"
 #include "support/ResourceText.h"
-#include "support/DialogAnswerer.h"
 #include "support/LogFileDecoder.h"
 #include "winlayer/Resources.h"
 
@@ -49,7 +48,7 @@ TEST_F(MessWndFixture, OpensTheNewestLogAtItsLastPage)
     EXPECT_EQ(480, bar.nPos);
     EXPECT_EQ(L"record 480", PageText(0));
     EXPECT_EQ(std::min(lines, 20), window->View().PageCount());
-    EXPECT_TRUE(boxes.Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 }
 
 TEST_F(MessWndFixture, AShortLogStartsAtTheTop)
@@ -115,7 +114,7 @@ TEST_F(MessWndFixture, ALogOfANewerFormatIsRefusedOnRefresh)
     std::wstring log = WriteLog(500);
     WriteSettings("");
     CreateWindowWithRoom(20);
-    ASSERT_TRUE(boxes.Boxes().empty());
+    ASSERT_TRUE(dialogs.Boxes().empty());
 
     std::vector<unsigned char> bytes = testing_support::ReadFileBytes(log);
     const char newer[] = "8\0.\0""0\0""0\0""0\0""0\0""0\0""0\0";
@@ -123,9 +122,9 @@ TEST_F(MessWndFixture, ALogOfANewerFormatIsRefusedOnRefresh)
     testing_support::WriteFileBytes(log, bytes);
 
     Key(VK_HOME, true);
-    ASSERT_EQ(1u, boxes.Boxes().size());
-    EXPECT_EQ(ResourceText(IDS_NEWER_FORMAT), boxes.Boxes()[0].text);
-    EXPECT_EQ(ResourceText(IDS_ERROR_CAPTION), boxes.Boxes()[0].caption);
+    ASSERT_EQ(1u, dialogs.Boxes().size());
+    EXPECT_EQ(ResourceText(IDS_NEWER_FORMAT), dialogs.Boxes()[0].text);
+    EXPECT_EQ(ResourceText(IDS_ERROR_CAPTION), dialogs.Boxes()[0].caption);
     EXPECT_EQ(0, window->View().PageCount());
 }
 
@@ -316,44 +315,17 @@ TEST_F(MessWndFixture, DrawsEveryPageLineFivePixelsInFromTheOffset)
     EXPECT_EQ(margin - 3, CaptureClient(Hwnd()).FirstDarkColumn(0, lineHeight));
 }
 
-namespace {
-
-std::wstring aboutSeen;
-
-// Runs inside the About box's modal loop: reads control 236 and presses OK.
-void CALLBACK AnswerAboutBox(HWND, UINT, UINT_PTR timer, DWORD)
-{
-    HWND box = nullptr;
-    ::EnumThreadWindows(
-        ::GetCurrentThreadId(),
-        [](HWND hwnd, LPARAM found) {
-            wchar_t className[16] = {};
-            ::GetClassNameW(hwnd, className, 16);
-            if (std::wstring(className) != L"#32770")
-                return TRUE;
-            *reinterpret_cast<HWND*>(found) = hwnd;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&box));
-    if (box == nullptr)
-        return;
-    ::KillTimer(nullptr, timer);
-    wchar_t text[256] = {};
-    ::GetDlgItemTextW(box, IDC_ABOUT_TEXT, text, 256);
-    aboutSeen = text;
-    ::PostMessageW(box, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
-}
-
-} // namespace
-
 TEST_F(MessWndFixture, AboutBoxShowsTheSuitesAboutText)
 {
     WriteLog(1);
     WriteSettings("");
     CreateWindowWithRoom(10);
     window->SetAboutText(L"Line 1 of the suite's about text");
-    aboutSeen = L"<not shown>";
-    ::SetTimer(nullptr, 0, 50, &AnswerAboutBox);
+    std::wstring aboutSeen = L"<not shown>";
+    dialogs.Then([&](HWND box) {
+        aboutSeen = testing_support::ItemText(box, IDC_ABOUT_TEXT);
+        testing_support::Click(box, IDOK);
+    });
     EXPECT_EQ(0, ::SendMessageW(Hwnd(), WM_COMMAND, MAKEWPARAM(IDM_ABOUT, 0), 0));
     EXPECT_EQ(L"Line 1 of the suite's about text", aboutSeen);
 }
@@ -368,22 +340,20 @@ TEST_F(MessWndFixture, FontCommandLaysTheViewOutAgainEvenAfterCancel)
     testing_support::SendHScroll(Hwnd(), SB_THUMBPOSITION, 30);
     ASSERT_EQ(30, window->View().HorizontalPosition());
 
-    {
-        testing_support::DialogAnswerer cancel({testing_support::CancelDialog});
-        ::SendMessageW(Hwnd(), WM_COMMAND, IDM_FONT, 0);
-        EXPECT_EQ(1u, cancel.Shown());
-    }
+    dialogs.Then([](HWND dialog) { testing_support::Click(dialog, IDCANCEL); });
+    ::SendMessageW(Hwnd(), WM_COMMAND, IDM_FONT, 0);
+    EXPECT_TRUE(dialogs.Finished());
     EXPECT_EQ(0, window->View().HorizontalPosition()) << "back to the left edge";
     EXPECT_EQ(lines, window->View().LinesPerPage());
     EXPECT_EQ(0u, ::GetObjectType(firstFont)) << "the old font is deleted, a new one made";
     EXPECT_NE(nullptr, window->View().Font());
 
-    testing_support::DialogAnswerer larger({[](HWND dialog) {
+    dialogs.Then([](HWND dialog) {
         ::SendDlgItemMessageW(dialog, 0x472, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"24"));
         ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(0x472, CBN_EDITCHANGE),
                        reinterpret_cast<LPARAM>(::GetDlgItem(dialog, 0x472)));
-        testing_support::ClickButton(dialog, IDOK);
-    }});
+        testing_support::Click(dialog, IDOK);
+    });
     ::SendMessageW(Hwnd(), WM_COMMAND, IDM_FONT, 0);
     EXPECT_LT(window->View().LinesPerPage(), lines) << "a larger font holds fewer lines";
 }
@@ -395,14 +365,13 @@ TEST_F(MessWndFixture, SettingsCommandsTakeEffectInTheRunningWindow)
     WriteSettings("");
     CreateWindowWithRoom(20);
     const std::wstring newDirectory = saveDir / L"new\\logs";
-    {
-        testing_support::DialogAnswerer answer({[&](HWND dialog) {
-            ::SetDlgItemTextW(dialog, IDC_SAVE_PATH, newDirectory.c_str());
-            testing_support::ClickButton(dialog, IDOK);
-        }});
-        // The creation question is a message box: the recorder answers OK.
-        ::SendMessageW(Hwnd(), WM_COMMAND, IDM_SAVE_DIRECTORY, 0);
-    }
+    dialogs.Then([&](HWND dialog) {
+        testing_support::Type(dialog, IDC_SAVE_PATH, newDirectory);
+        testing_support::Click(dialog, IDOK);
+    });
+    // The creation question is a message box: with no step left it gets OK.
+    ::SendMessageW(Hwnd(), WM_COMMAND, IDM_SAVE_DIRECTORY, 0);
+    EXPECT_TRUE(dialogs.Finished());
     EXPECT_EQ(newDirectory, window->Writer().SaveDirectory());
     EXPECT_EQ(newDirectory, ReadSetting(SettingsFilePath(), L"savedirectory"));
     EXPECT_EQ(0, Ring().lineCount) << "a new, empty log file in the new directory";
@@ -412,10 +381,10 @@ TEST_F(MessWndFixture, SettingsCommandsTakeEffectInTheRunningWindow)
     EXPECT_EQ(0u, newest.rfind(newDirectory, 0));
     EXPECT_EQ(1u, DecodeLog(testing_support::ReadFileBytes(newest)).records.size());
 
-    testing_support::DialogAnswerer answer({[](HWND dialog) {
-        ::SetDlgItemTextW(dialog, IDC_LOG_SIZE, L"0");
-        testing_support::ClickButton(dialog, IDOK);
-    }});
+    dialogs.Then([](HWND dialog) {
+        testing_support::Type(dialog, IDC_LOG_SIZE, L"0");
+        testing_support::Click(dialog, IDOK);
+    });
     ::SendMessageW(Hwnd(), WM_COMMAND, IDM_SAVE_PARAMS, 0);
     EXPECT_EQ(0u, window->Writer().LogSize());
     EXPECT_EQ(L"0", ReadSetting(SettingsFilePath(), L"logsize"));

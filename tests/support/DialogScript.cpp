@@ -1,8 +1,35 @@
-#include "DialogScript.h"
+#include "support/DialogScript.h"
+
+namespace testing_support {
 
 namespace {
 
 DialogScript* active = nullptr;
+
+bool IsMenu(HWND window)
+{
+    wchar_t className[16] = {};
+    ::GetClassNameW(window, className, 16);
+    return std::wstring(className) == L"#32768";
+}
+
+// The file dialog's name box is the control 0x47C, or the edit inside it
+// when it is a combo box; it may sit one level down in a child dialog.
+HWND FileNameEdit(HWND dialog)
+{
+    HWND edit = nullptr;
+    ::EnumChildWindows(
+        dialog,
+        [](HWND child, LPARAM found) {
+            if (::GetDlgCtrlID(child) != 0x47C)
+                return TRUE;
+            HWND inner = ::FindWindowExW(child, nullptr, L"Edit", nullptr);
+            *reinterpret_cast<HWND*>(found) = inner != nullptr ? inner : child;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&edit));
+    return edit;
+}
 
 } // namespace
 
@@ -10,7 +37,12 @@ DialogScript::DialogScript()
 {
     owner_ = ::CreateWindowExW(0, L"Static", L"dialog script owner", WS_OVERLAPPED, 0, 0, 10, 10,
                                nullptr, nullptr, nullptr, nullptr);
+    // A script made while another lives takes over until it goes; the hooks
+    // of the first serve both, so no event is handled twice.
+    outer_ = active;
     active = this;
+    if (outer_ != nullptr)
+        return;
     idleHook_ = ::SetWindowsHookExW(WH_CALLWNDPROC, &DialogScript::IdleHook, nullptr,
                                     ::GetCurrentThreadId());
     activationHook_ = ::SetWindowsHookExW(WH_CBT, &DialogScript::ActivationHook, nullptr,
@@ -19,9 +51,11 @@ DialogScript::DialogScript()
 
 DialogScript::~DialogScript()
 {
-    ::UnhookWindowsHookEx(activationHook_);
-    ::UnhookWindowsHookEx(idleHook_);
-    active = nullptr;
+    if (outer_ == nullptr) {
+        ::UnhookWindowsHookEx(activationHook_);
+        ::UnhookWindowsHookEx(idleHook_);
+    }
+    active = outer_;
     ::DestroyWindow(owner_);
 }
 
@@ -39,19 +73,30 @@ DialogScript& DialogScript::ThenWhen(std::function<bool(HWND window)> ready, Ste
 LRESULT CALLBACK DialogScript::IdleHook(int code, WPARAM wParam, LPARAM lParam)
 {
     const auto* call = reinterpret_cast<const CWPSTRUCT*>(lParam);
-    if (code == HC_ACTION && active != nullptr && call->message == WM_ENTERIDLE &&
-        call->wParam == MSGF_DIALOGBOX)
-        active->OnWaiting(reinterpret_cast<HWND>(call->lParam));
+    if (code == HC_ACTION && active != nullptr && call->message == WM_ENTERIDLE) {
+        HWND window = reinterpret_cast<HWND>(call->lParam);
+        // A popup menu's loop tells once per menu, not always naming it.
+        if (call->wParam == MSGF_MENU && window == nullptr)
+            window = ::FindWindowW(L"#32768", nullptr);
+        if (call->wParam == MSGF_DIALOGBOX || call->wParam == MSGF_MENU)
+            active->OnWaiting(window);
+    }
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
 LRESULT CALLBACK DialogScript::ActivationHook(int code, WPARAM wParam, LPARAM lParam)
 {
-    static HWND lastQuiet = nullptr;
     const HWND window = reinterpret_cast<HWND>(wParam);
-    if (code == HCBT_ACTIVATE && active != nullptr && window != lastQuiet &&
-        (::GetWindowLongW(window, GWL_STYLE) & DS_NOIDLEMSG) != 0) {
-        lastQuiet = window;
+    // Marked, not remembered by handle: a later box may get the same one.
+    if (code == HCBT_ACTIVATE && active != nullptr &&
+        (::GetWindowLongW(window, GWL_STYLE) & DS_NOIDLEMSG) != 0 &&
+        ::GetPropW(window, L"OrielScriptSaw") == nullptr) {
+        ::SetPropW(window, L"OrielScriptSaw", reinterpret_cast<HANDLE>(1));
+        if (IsMessageBox(window)) {
+            wchar_t caption[256] = {};
+            ::GetWindowTextW(window, caption, 256);
+            active->boxes_.push_back({ItemText(window, 0xFFFF), caption, ::GetWindow(window, GW_OWNER)});
+        }
         active->OnWaiting(window);
     }
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
@@ -60,8 +105,15 @@ LRESULT CALLBACK DialogScript::ActivationHook(int code, WPARAM wParam, LPARAM lP
 void DialogScript::OnWaiting(HWND window)
 {
     if (steps_.empty()) {
-        cancelled_ = true;
-        Click(window, ::GetDlgItem(window, IDCANCEL) != nullptr ? IDCANCEL : IDOK);
+        if (IsMenu(window)) {
+            cancelled_ = true;
+            ::EndMenu();
+        } else if (IsMessageBox(window)) {
+            Click(window, ::GetDlgItem(window, IDOK) != nullptr ? IDOK : IDCANCEL);
+        } else {
+            cancelled_ = true;
+            Click(window, IDCANCEL);
+        }
         return;
     }
     constexpr int kMaxWaits = 500;
@@ -115,3 +167,13 @@ std::wstring DescribeBox(HWND box)
     return std::wstring(caption) + L"|" + ItemText(box, 0xFFFF) + L"|" + iconName +
            (::GetDlgItem(box, IDCANCEL) != nullptr ? L"|ok cancel" : L"|ok");
 }
+
+DialogScript::Step ChooseFile(const std::wstring& path)
+{
+    return [path](HWND dialog) {
+        ::SendMessageW(FileNameEdit(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
+        Click(dialog, IDOK);
+    };
+}
+
+} // namespace testing_support
