@@ -61,14 +61,7 @@ std::wstring LanguageText(UINT id)
 
 std::wstring SystemText(DWORD code)
 {
-    wchar_t* text = nullptr;
-    ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
-                         FORMAT_MESSAGE_IGNORE_INSERTS,
-                     nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
-                     reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-    std::wstring result = text != nullptr ? text : L"";
-    ::LocalFree(text);
-    return Trimmed(result);
+    return Trimmed(SystemErrorText(code));
 }
 
 std::wstring Trimmed(std::wstring text)

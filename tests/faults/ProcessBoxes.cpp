@@ -86,6 +86,18 @@ std::vector<ProcessBox> AnswerBoxes(DWORD processId, DWORD quietMs)
     }
 }
 
+std::wstring SystemErrorText(DWORD code)
+{
+    wchar_t* text = nullptr;
+    ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
+                         FORMAT_MESSAGE_IGNORE_INSERTS,
+                     nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
+                     reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+    std::wstring result = text != nullptr ? text : L"";
+    ::LocalFree(text);
+    return result;
+}
+
 std::vector<std::wstring> TextsOf(const std::vector<ProcessBox>& boxes)
 {
     std::vector<std::wstring> texts;

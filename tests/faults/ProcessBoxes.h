@@ -27,5 +27,8 @@ void PressOk(const ProcessBox& box);
 // for `quietMs` (or the process has ended); the boxes in the order answered.
 std::vector<ProcessBox> AnswerBoxes(DWORD processId, DWORD quietMs);
 
+// The platform's text for an error code, as the program's error box shows it.
+std::wstring SystemErrorText(DWORD code);
+
 // The texts of a list of boxes.
 std::vector<std::wstring> TextsOf(const std::vector<ProcessBox>& boxes);

@@ -51,19 +51,6 @@ DWORD WINAPI PostNoOps(void* context)
     return 0;
 }
 
-// The platform's text for an error code, as the program's error box shows it.
-std::wstring SystemText(DWORD code)
-{
-    wchar_t* text = nullptr;
-    ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
-                         FORMAT_MESSAGE_IGNORE_INSERTS,
-                     nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
-                     reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-    std::wstring result = text != nullptr ? text : L"";
-    ::LocalFree(text);
-    return result;
-}
-
 } // namespace
 
 int wmain(int argc, wchar_t** argv)
@@ -81,7 +68,7 @@ int wmain(int argc, wchar_t** argv)
         const std::vector<ProcessBox> boxes =
             window != nullptr ? AnswerBoxes(processId, number != 0 ? number : 1000)
                               : std::vector<ProcessBox>();
-        const std::wstring allowed = argc > 4 ? SystemText(std::wcstoul(argv[4], nullptr, 10)) : L"";
+        const std::wstring allowed = argc > 4 ? SystemErrorText(std::wcstoul(argv[4], nullptr, 10)) : L"";
         int designed = 0;
         int unexpected = 0;
         for (const ProcessBox& box : boxes) {
