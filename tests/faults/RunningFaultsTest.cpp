@@ -1,6 +1,7 @@
 // Faults met by the running program, each made for real from outside: a full
 // disk, the current log file deleted, the save directory removed.  The boxes
 // are read and answered from this process, the log files read afterwards.
+#include <memory>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -111,6 +112,22 @@ TEST(RunningFaults, FullDiskAnnouncesOnceClosesTheAtomRoadAndStopsWriting)
     EXPECT_EQ(sent, stored);
 }
 
+// Starts the program, has one line flushed and one more pending, then
+// deletes the current log file between two size checks.
+// The client is made once the program runs, or it would start one itself.
+void FlushOneLineAndDeleteTheLog(FaultServer& server, std::unique_ptr<ShowMessClient>& client,
+                                 std::wstring& log)
+{
+    ASSERT_TRUE(server.Start());
+    client = std::make_unique<ShowMessClient>();
+    ASSERT_EQ(S_OK, client->created());
+    ASSERT_EQ(S_OK, client->Show(L"before"));
+    log = server.LogFile();
+    ASSERT_TRUE(WaitForFileSize(log, 2 * kSlot, 5000));
+    EXPECT_EQ(S_OK, client->Show(L"pending"));
+    ASSERT_TRUE(DeleteBetweenChecks(log));
+}
+
 // Timer 1 shows its box at every tick until the first box is closed; the
 // timed flush then recreates the file empty, finds no header and fails.
 // The fault comes just after a timed flush (every 2 s), so that the size
@@ -119,14 +136,9 @@ TEST(RunningFaults, DeletedCurrentFileStopsSizeChecksAndTimedFlushes)
 {
     TempDir directory;
     FaultServer server(directory.Path(), 2, 10);
-    ASSERT_TRUE(server.Start());
-    ShowMessClient client;
-    ASSERT_EQ(S_OK, client.created());
-    ASSERT_EQ(S_OK, client.Show(L"before"));
-    const std::wstring log = server.LogFile();
-    ASSERT_TRUE(WaitForFileSize(log, 2 * kSlot, 5000));
-    EXPECT_EQ(S_OK, client.Show(L"pending"));
-    ASSERT_TRUE(DeleteBetweenChecks(log));
+    std::unique_ptr<ShowMessClient> client;
+    std::wstring log;
+    ASSERT_NO_FATAL_FAILURE(FlushOneLineAndDeleteTheLog(server, client, log));
 
     const std::vector<std::wstring> texts = TextsOf(AnswerBoxes(server.Id(), 3000));
     const std::wstring sizeCheck = LanguageText(IDS_SIZE_CHECK_FAILED);
@@ -151,14 +163,9 @@ TEST(RunningFaults, RemovedSaveDirectoryIsNotMadeAgain)
     const std::wstring directory = parent / L"save";
     ASSERT_TRUE(::CreateDirectoryW(directory.c_str(), nullptr));
     FaultServer server(directory, 2, 10);
-    ASSERT_TRUE(server.Start());
-    ShowMessClient client;
-    ASSERT_EQ(S_OK, client.created());
-    ASSERT_EQ(S_OK, client.Show(L"before"));
-    const std::wstring log = server.LogFile();
-    ASSERT_TRUE(WaitForFileSize(log, 2 * kSlot, 5000));
-    EXPECT_EQ(S_OK, client.Show(L"pending"));
-    ASSERT_TRUE(DeleteBetweenChecks(log));
+    std::unique_ptr<ShowMessClient> client;
+    std::wstring log;
+    ASSERT_NO_FATAL_FAILURE(FlushOneLineAndDeleteTheLog(server, client, log));
     ASSERT_TRUE(::RemoveDirectoryW(directory.c_str()));
 
     std::vector<std::wstring> texts;
