@@ -74,3 +74,27 @@ void PutLogRecord(std::vector<unsigned char>& image, size_t index, const std::ws
         image[offset + 16 + 2 * i + 1] = static_cast<unsigned char>(unit >> 8);
     }
 }
+
+std::vector<LogLine> NumberedLines(size_t count, const std::wstring& prefix, const SYSTEMTIME& first)
+{
+    FILETIME start;
+    ::SystemTimeToFileTime(&first, &start);
+    const ULONGLONG base = (static_cast<ULONGLONG>(start.dwHighDateTime) << 32) | start.dwLowDateTime;
+    std::vector<LogLine> lines(count);
+    for (size_t i = 0; i < count; ++i) {
+        const ULONGLONG at = base + i * 10000000ULL;
+        const FILETIME time = {static_cast<DWORD>(at), static_cast<DWORD>(at >> 32)};
+        ::FileTimeToSystemTime(&time, &lines[i].time);
+        lines[i].text = prefix + std::to_wstring(i);
+    }
+    return lines;
+}
+
+std::vector<unsigned char> LogImage(const std::vector<LogLine>& lines, const std::wstring& version,
+                                    size_t tail)
+{
+    std::vector<unsigned char> image = MakeLogImage(version, lines.size(), tail);
+    for (size_t i = 0; i < lines.size(); ++i)
+        PutLogRecord(image, i, lines[i].text, lines[i].time);
+    return image;
+}

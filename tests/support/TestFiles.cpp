@@ -8,16 +8,54 @@
 
 namespace testing_support {
 
+std::wstring WindowsPath(const std::string& unixPath)
+{
+    std::wstring path = L"Z:";
+    for (char c : unixPath)
+        path += c == '/' ? L'\\' : static_cast<wchar_t>(c);
+    return path;
+}
+
 std::wstring InstallDir()
 {
     const char* unixPath = std::getenv("ORIEL_INSTALL_DIR");
     if (unixPath == nullptr)
         throw std::runtime_error("ORIEL_INSTALL_DIR is not set");
-    // Wine maps the Unix root to drive Z:.
-    std::wstring path = L"Z:";
-    for (const char* p = unixPath; *p != '\0'; ++p)
-        path += (*p == '/') ? L'\\' : static_cast<wchar_t>(*p);
-    return path;
+    return WindowsPath(unixPath);
+}
+
+bool WaitUntil(const std::function<bool()>& done, DWORD timeoutMs)
+{
+    const ULONGLONG deadline = ::GetTickCount64() + timeoutMs;
+    for (;;) {
+        if (done())
+            return true;
+        if (::GetTickCount64() >= deadline)
+            return false;
+        MSG message;
+        while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            ::TranslateMessage(&message);
+            ::DispatchMessageW(&message);
+        }
+        ::Sleep(10);
+    }
+}
+
+void WriteSaveSettings(const std::wstring& path, const std::wstring& keys)
+{
+    const std::wstring text = L"\xFEFF[save]\r\n" + keys;
+    std::vector<unsigned char> bytes;
+    for (wchar_t unit : text) {
+        bytes.push_back(static_cast<unsigned char>(unit & 0xFF));
+        bytes.push_back(static_cast<unsigned char>(unit >> 8));
+    }
+    WriteFileBytes(path, bytes);
+}
+
+std::wstring SaveKeys(const std::wstring& directory, int savedays, int savetime, int logsize)
+{
+    return L"savedays=" + std::to_wstring(savedays) + L"\r\nsavetime=" + std::to_wstring(savetime) +
+           L"\r\nlogsize=" + std::to_wstring(logsize) + L"\r\nsavedirectory=" + directory + L"\r\n";
 }
 
 TempDir::TempDir()

@@ -1,12 +1,27 @@
 #pragma once
 #include <windows.h>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace testing_support {
 
+// A Unix path as Wine shows it: the Unix root is drive Z:.
+std::wstring WindowsPath(const std::string& unixPath);
+
 // The installation folder the build produced, as a Windows path.
 std::wstring InstallDir();
+
+// Polls `done` until it holds, for `timeoutMs` at most, dispatching this
+// thread's messages meanwhile (timers of windows under test keep running);
+// whether it held.
+bool WaitUntil(const std::function<bool()>& done, DWORD timeoutMs);
+
+// A settings file holding the section [save] with `keys` ("name=value"
+// lines), in UTF-16 so that any save directory can be named in it.
+void WriteSaveSettings(const std::wstring& path, const std::wstring& keys);
+// The four "save" keys as WriteSaveSettings takes them.
+std::wstring SaveKeys(const std::wstring& directory, int savedays, int savetime, int logsize);
 
 // A fresh directory below the temporary folder, removed with its contents
 // when the object goes away.
