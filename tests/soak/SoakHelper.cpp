@@ -18,7 +18,7 @@
 #include <cwchar>
 #include <string>
 
-#include "tests/faults/ProcessBoxes.h"
+#include "tests/support/OutsideBoxes.h"
 
 namespace {
 

@@ -16,12 +16,18 @@ std::wstring WindowsPath(const std::string& unixPath)
     return path;
 }
 
+std::wstring PathFromEnvironment(const char* variable)
+{
+    const char* unixPath = std::getenv(variable);
+    return unixPath != nullptr && *unixPath != '\0' ? WindowsPath(unixPath) : std::wstring();
+}
+
 std::wstring InstallDir()
 {
-    const char* unixPath = std::getenv("ORIEL_INSTALL_DIR");
-    if (unixPath == nullptr)
+    const std::wstring path = PathFromEnvironment("ORIEL_INSTALL_DIR");
+    if (path.empty())
         throw std::runtime_error("ORIEL_INSTALL_DIR is not set");
-    return WindowsPath(unixPath);
+    return path;
 }
 
 bool WaitUntil(const std::function<bool()>& done, DWORD timeoutMs)

@@ -9,6 +9,10 @@ namespace testing_support {
 // A Unix path as Wine shows it: the Unix root is drive Z:.
 std::wstring WindowsPath(const std::string& unixPath);
 
+// The Windows form of the Unix path in an environment variable; empty when
+// the variable is unset or empty.
+std::wstring PathFromEnvironment(const char* variable);
+
 // The installation folder the build produced, as a Windows path.
 std::wstring InstallDir();
 

@@ -6,7 +6,8 @@
 
 // The message boxes of another process, seen from outside: top-level dialog
 // windows of that process with a static text 0xFFFF, found by enumerating
-// the desktop's windows.  A box is answered by posting it a click on OK.
+// the desktop's windows, their texts without trailing line breaks.  A box
+// is answered by posting it a click on OK.
 struct ProcessBox {
     HWND window;
     std::wstring text;

@@ -2,7 +2,7 @@
 // the test prefix.  The case leaves the server registered, as it found it.
 #include <gtest/gtest.h>
 
-#include "ServerInstallation.h"
+#include "ProgramCopy.h"
 
 using testing_support::RunProcess;
 
@@ -31,11 +31,6 @@ std::wstring Value(const std::wstring& path, const wchar_t* name = nullptr)
     return text;
 }
 
-DWORD RunSwitch(const wchar_t* option)
-{
-    return RunProcess(ServerInstallation::Quoted(ServerInstallation::Program()) + L" " + option, 20000);
-}
-
 void ExpectRegistered()
 {
     const std::wstring classKey = L"CLSID\\" + kClsid;
@@ -49,7 +44,7 @@ void ExpectRegistered()
     EXPECT_EQ(L"ShowMess Class", Value(classKey));
     EXPECT_EQ(L"Oriel.ShowMess.1", Value(classKey + L"\\ProgID"));
     EXPECT_EQ(L"Oriel.ShowMess", Value(classKey + L"\\VersionIndependentProgID"));
-    EXPECT_EQ(ServerInstallation::Program(), Value(classKey + L"\\LocalServer32"));
+    EXPECT_EQ(RegisteredCopy() / L"Oriel.exe", Value(classKey + L"\\LocalServer32"));
     EXPECT_EQ(kAppId, Value(classKey, L"AppID"));
     EXPECT_EQ(kLibId, Value(classKey + L"\\TypeLib"));
     EXPECT_FALSE(KeyExists(classKey + L"\\InprocServer32"));
@@ -66,11 +61,11 @@ TEST(Registration, SwitchesWriteAndRemoveExactlyTheServersKeys)
     ASSERT_EQ(ERROR_SUCCESS, ::RegCreateKeyExW(HKEY_CLASSES_ROOT, (L"CLSID\\" + kClsid + L"\\Stray").c_str(),
                                                0, nullptr, 0, KEY_WRITE, nullptr, &stray, nullptr));
     ::RegCloseKey(stray);
-    EXPECT_EQ(0u, RunSwitch(L"-regserver"));
+    EXPECT_EQ(0u, RegisteredCopy().Run(L"-regserver"));
     EXPECT_FALSE(KeyExists(L"CLSID\\" + kClsid + L"\\Stray"));
     EXPECT_EQ(nullptr, ::FindWindowW(L"OrielMessWnd", nullptr)) << "registering opens no window";
 
-    EXPECT_EQ(0u, RunSwitch(L"/UnregServer"));
+    EXPECT_EQ(0u, RegisteredCopy().Run(L"/UnregServer"));
     const std::wstring removed[] = {L"Oriel.ShowMess.1", L"Oriel.ShowMess", L"CLSID\\" + kClsid,
                                     L"AppID\\" + kAppId, L"AppID\\Oriel.EXE",
                                     L"TypeLib\\" + kLibId + L"\\1.0"};
@@ -81,10 +76,9 @@ TEST(Registration, SwitchesWriteAndRemoveExactlyTheServersKeys)
     EXPECT_TRUE(KeyExists(L"Interface\\{714CDB34-8BCB-4726-B13B-0AF1FC2B132D}\\ProxyStubClsid32"))
         << "the proxy/stub is registered by its own library, not by the program";
 
-    const std::wstring tool = ServerInstallation::Quoted(ServerInstallation::Dir() + L"\\showmess.exe");
-    EXPECT_EQ(1u, RunProcess(tool + L" \"nobody listens\"", 20000)) << "not registered: clear failure";
+    EXPECT_EQ(1u, RunProcess(RegisteredCopy().Command(L"showmess.exe") + L" \"nobody listens\"", 20000)) << "not registered: clear failure";
 
-    EXPECT_EQ(0u, RunSwitch(L"/RegServer"));
+    EXPECT_EQ(0u, RegisteredCopy().Run(L"/RegServer"));
     ExpectRegistered();
 }
 

@@ -1,4 +1,4 @@
-#include "ProcessBoxes.h"
+#include "support/OutsideBoxes.h"
 
 #include <algorithm>
 
@@ -8,6 +8,14 @@ struct Search {
     DWORD processId;
     std::vector<ProcessBox> boxes;
 };
+
+// A static control may keep the text's line breaks; the texts compared are without them.
+std::wstring Trimmed(std::wstring text)
+{
+    while (!text.empty() && (text.back() == L'\r' || text.back() == L'\n' || text.back() == L' '))
+        text.pop_back();
+    return text;
+}
 
 BOOL CALLBACK CollectBox(HWND window, LPARAM context)
 {
@@ -24,7 +32,7 @@ BOOL CALLBACK CollectBox(HWND window, LPARAM context)
     wchar_t caption[256] = {};
     ::GetDlgItemTextW(window, 0xFFFF, text, 1024);
     ::GetWindowTextW(window, caption, 256);
-    search->boxes.push_back({window, text, caption, ::GetWindow(window, GW_OWNER)});
+    search->boxes.push_back({window, Trimmed(text), caption, ::GetWindow(window, GW_OWNER)});
     return TRUE;
 }
 
@@ -95,7 +103,7 @@ std::wstring SystemErrorText(DWORD code)
                      reinterpret_cast<wchar_t*>(&text), 0, nullptr);
     std::wstring result = text != nullptr ? text : L"";
     ::LocalFree(text);
-    return result;
+    return Trimmed(result);
 }
 
 std::vector<std::wstring> TextsOf(const std::vector<ProcessBox>& boxes)

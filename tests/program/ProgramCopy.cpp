@@ -1,0 +1,144 @@
+#include "ProgramCopy.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "msgwnd/MessAtom.h"
+
+using testing_support::RunProcess;
+
+ProgramCopy::ProgramCopy() : dir_(base_ / L"\x5DE5\x5382 Oriel")
+{
+    testing_support::CopyTree(testing_support::InstallDir(), dir_);
+}
+
+ProgramCopy::~ProgramCopy()
+{
+    if (registered_) {
+        Run(L"/UnregServer");
+        RunProcess(L"regsvr32 /s /u \"" + (*this / L"OrielPS.dll") + L"\"", 20000);
+    }
+}
+
+std::wstring ProgramCopy::Command(const std::wstring& exeName) const
+{
+    return L"\"" + (*this / exeName) + L"\"";
+}
+
+DWORD ProgramCopy::Run(const std::wstring& arguments) const
+{
+    return RunProcess(Command() + L" " + arguments, 20000);
+}
+
+void ProgramCopy::Register()
+{
+    if (Run(L"/RegServer") != 0)
+        throw std::runtime_error("Oriel.exe /RegServer failed");
+    registered_ = true;
+    if (RunProcess(L"regsvr32 /s \"" + (*this / L"OrielPS.dll") + L"\"", 20000) != 0)
+        throw std::runtime_error("regsvr32 OrielPS.dll failed");
+}
+
+void ProgramCopy::UseSaveDirectory(const std::wstring& saveDirectory, int savetime, int logsize) const
+{
+    testing_support::WriteSaveSettings(*this / L"config\\ShowMess.ini",
+                                       testing_support::SaveKeys(saveDirectory, 0, savetime, logsize));
+}
+
+namespace {
+
+std::unique_ptr<ProgramCopy> registered;
+
+// Copying and registering take a second or two: once for the program, in a
+// single-threaded apartment as the suite's clients use.
+class RegisteredCopyEnvironment : public ::testing::Environment {
+    void SetUp() override
+    {
+        ::CoInitialize(nullptr);
+        registered = std::make_unique<ProgramCopy>();
+        registered->Register();
+    }
+    void TearDown() override
+    {
+        registered.reset();
+        ::CoUninitialize();
+    }
+};
+
+const auto* const environment = ::testing::AddGlobalTestEnvironment(new RegisteredCopyEnvironment);
+
+} // namespace
+
+ProgramCopy& RegisteredCopy()
+{
+    return *registered;
+}
+
+RunningProgram::RunningProgram(const ProgramCopy& copy, const std::wstring& exeName)
+    : process_(copy.Command(exeName))
+{
+}
+
+HWND RunningProgram::Window(DWORD timeoutMs)
+{
+    if (window_ == nullptr)
+        window_ = process_.FindWindowOfClass(L"OrielMessWnd", timeoutMs);
+    return window_;
+}
+
+DWORD RunningProgram::Close(std::vector<ProcessBox>* boxes)
+{
+    ::PostMessageW(Window(0), WM_CLOSE, 0, 0);
+    const std::vector<ProcessBox> answered = AnswerBoxes(Id(), 1500);
+    if (boxes != nullptr)
+        *boxes = answered;
+    return process_.Wait(10000);
+}
+
+std::wstring NewestLogFile(const std::wstring& directory, const std::wstring& except)
+{
+    // Names are minutes, YYMMDDHHmm.qxl: the greatest name is the newest.
+    std::wstring newest;
+    WIN32_FIND_DATAW found;
+    HANDLE search = ::FindFirstFileW((directory + L"\\*.qxl").c_str(), &found);
+    if (search != INVALID_HANDLE_VALUE) {
+        do {
+            if (newest < found.cFileName && except != found.cFileName)
+                newest = found.cFileName;
+        } while (::FindNextFileW(search, &found));
+        ::FindClose(search);
+    }
+    return newest.empty() ? newest : directory + L"\\" + newest;
+}
+
+std::vector<std::wstring> TextsOf(const DecodedLog& log)
+{
+    std::vector<std::wstring> texts;
+    for (const DecodedRecord& record : log.records)
+        texts.push_back(record.text);
+    return texts;
+}
+
+std::vector<std::wstring> LogTexts(const std::wstring& path)
+{
+    return TextsOf(DecodeLog(testing_support::ReadFileBytes(path)));
+}
+
+LRESULT SendAtomLine(HWND window, const std::wstring& text)
+{
+    ATOM atom = ::GlobalAddAtomW(text.c_str());
+    LRESULT result = ::SendMessageW(window, WM_MESSATOM, atom, 0);
+    ::GlobalDeleteAtom(atom);
+    return result;
+}
+
+std::wstring ChineseText(UINT id)
+{
+    static HMODULE module = ::LoadLibraryExW(
+        (testing_support::InstallDir() + L"\\Lang\\CHS\\OrielCHS.dll").c_str(), nullptr,
+        LOAD_LIBRARY_AS_DATAFILE);
+    wchar_t text[512] = {};
+    ::LoadStringW(module, id, text, 512);
+    return text;
+}
