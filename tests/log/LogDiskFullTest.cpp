@@ -1,6 +1,5 @@
 #include "WriterFixture.h"
 
-#include <cstdlib>
 #include <vector>
 
 namespace {
@@ -8,20 +7,14 @@ namespace {
 using testing_support::ReadFileBytes;
 using Events = std::vector<std::wstring>;
 
-// A real small disk: with-tmpfs.sh mounts one and names it here.
-const char* SmallDisk()
-{
-    return std::getenv("ORIEL_SMALL_DISK");
-}
-
 using DiskFullTest = WriterTest;
 
 TEST_F(DiskFullTest, FullDiskStopsTimersAnnouncesAndReports)
 {
-    if (SmallDisk() == nullptr || *SmallDisk() == '\0')
+    // A real small disk: with-tmpfs.sh mounts one and names it here.
+    const std::wstring directory = testing_support::PathFromEnvironment("ORIEL_SMALL_DISK");
+    if (directory.empty())
         GTEST_SKIP() << "no small disk: run through with-tmpfs.sh as a user allowed to mount tmpfs";
-    const std::string unixPath = SmallDisk();
-    const std::wstring directory = L"Z:" + std::wstring(unixPath.begin(), unixPath.end());
 
     writer.SetSettings(10, 1, 10);
     ASSERT_EQ(writer.OpenCurrentLogFile(directory.c_str(), kCurrentName), 0);

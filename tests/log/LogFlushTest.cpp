@@ -2,6 +2,7 @@
 
 #include "lang/ResourceIds.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -89,21 +90,38 @@ TEST_F(FlushTest, RecordsAcrossTheRingEndReadBackFieldByField)
               std::vector<unsigned char>(256, 0));
 }
 
-TEST_F(FlushTest, TornTailIsPaddedWithZerosBeforeTheNextRecord)
+// What start-up finds short of a whole slot is completed with zeros (an
+// empty file gets its header) before the next record; nothing is changed.
+TEST_F(FlushTest, StartFilesAreCompletedToWholeSlotsThenAppended)
 {
-    WriteFileBytes(PathOf(kCurrentName), MakeLogImage(L"7.000000", 2, 100));
-    Open();
-    ring->AddMessage(L"after the tear");
-    ASSERT_EQ(writer.FlushPending(ring->PendingCount()), 1);
-
-    const std::vector<unsigned char> bytes = ReadFileBytes(PathOf(kCurrentName));
-    ASSERT_EQ(bytes.size(), 272u * 5);
-    const std::vector<unsigned char> torn(bytes.begin() + 272 * 3, bytes.begin() + 272 * 4);
-    EXPECT_EQ(std::vector<unsigned char>(torn.begin(), torn.begin() + 100),
-              std::vector<unsigned char>(100, 0xAB));
-    EXPECT_EQ(std::vector<unsigned char>(torn.begin() + 100, torn.end()),
-              std::vector<unsigned char>(172, 0));
-    EXPECT_EQ(DecodeLog(bytes).records[3].text, L"after the tear");
+    using Bytes = std::vector<unsigned char>;
+    const Bytes header = LogImage({});
+    const Bytes twoLines = LogImage(NumberedLines(2), L"7.000000", 100);
+    struct Case {
+        const char* what;
+        Bytes image;
+        Bytes completed;  // the file before the new record
+    };
+    Bytes tornHeader(header.begin(), header.begin() + 100);
+    Bytes tornTail = twoLines;
+    tornTail.resize(272 * 4, 0);
+    const Case cases[] = {{"empty", {}, header},
+                          {"torn header", tornHeader, header},
+                          {"torn tail", twoLines, tornTail}};
+    for (const Case& c : cases) {
+        WriteFileBytes(PathOf(kCurrentName), c.image);
+        Open();
+        ring->AddMessage(L"after");
+        ASSERT_EQ(writer.FlushPending(ring->PendingCount()), 1) << c.what;
+        Bytes bytes = ReadFileBytes(PathOf(kCurrentName));
+        ASSERT_EQ(bytes.size(), c.completed.size() + 272) << c.what;
+        EXPECT_EQ(DecodeLog(bytes).records.back().text, L"after") << c.what;
+        bytes.resize(c.completed.size());
+        Bytes expected = c.completed;
+        std::copy(c.image.begin(), c.image.end(), expected.begin());
+        EXPECT_EQ(bytes, expected) << c.what;
+    }
+    EXPECT_TRUE(host.events.empty());
 }
 
 TEST_F(FlushTest, HeaderShorterThan32BytesFailsWithoutMessage)

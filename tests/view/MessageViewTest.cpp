@@ -27,6 +27,7 @@ public:
         count_ += growthPerFill;
         return filled;
     }
+    void Add() { ++count_; }
 
     int growthPerFill = 0;
     std::vector<int> requestedTops;
@@ -138,7 +139,8 @@ TEST_P(ViewRules, CtrlEndPutsTheBarWhereThePolicySays)
     lines.growthPerFill = 50;
     Key(VK_END, true);
     ASSERT_EQ(lines.requestedTops.back(), View().TopLine());
-    EXPECT_EQ(View().TopLine() + GetParam().ctrlEndBarOffset, Bar(SB_VERT).nPos);
+    // The live view has always put the bar one past its top line.
+    EXPECT_EQ(View().TopLine() + (GetParam().clampTopLine ? 1 : 0), Bar(SB_VERT).nPos);
 }
 
 INSTANTIATE_TEST_SUITE_P(LiveAndBrowser, ViewRules,
@@ -165,7 +167,62 @@ TEST_F(ViewFixture, OnlyTheLiveViewClampsTheTopLine)
     EXPECT_EQ(-20, saved.requestedTops.back());
     testing_support::SendKey(Hwnd(), VK_END, true);
     EXPECT_EQ(-20, saved.requestedTops.back());
+}
 
+// The rows of the client area [top, bottom) as they are on screen.
+std::vector<DWORD> ClientRows(HWND window, int top, int bottom)
+{
+    RECT client;
+    ::GetClientRect(window, &client);
+    HDC dc = ::GetDC(window);
+    HDC memory = ::CreateCompatibleDC(dc);
+    HBITMAP bitmap = ::CreateCompatibleBitmap(dc, client.right, bottom - top);
+    HGDIOBJ old = ::SelectObject(memory, bitmap);
+    ::BitBlt(memory, 0, 0, client.right, bottom - top, dc, 0, top, SRCCOPY);
+    ::SelectObject(memory, old);
+    BITMAPINFO info = {};
+    info.bmiHeader = {sizeof(BITMAPINFOHEADER), client.right, top - bottom, 1, 32, BI_RGB};
+    std::vector<DWORD> pixels(static_cast<size_t>(client.right) * (bottom - top));
+    ::GetDIBits(memory, bitmap, 0, bottom - top, pixels.data(), &info, DIB_RGB_COLORS);
+    ::DeleteObject(bitmap);
+    ::DeleteDC(memory);
+    ::ReleaseDC(window, dc);
+    return pixels;
+}
+
+// Top and bottom of the area waiting to be painted.
+std::pair<int, int> DirtyRows(HWND window)
+{
+    RECT dirty = {};
+    ::GetUpdateRect(window, &dirty, FALSE);
+    return {dirty.top, dirty.bottom};
+}
+
+// A new line redraws only what changed: its own band while the list is
+// shorter than the page; at the bottom the page moves up one line on screen
+// and only the last lines are drawn again.
+TEST_F(ViewFixture, AddedLineRedrawsOnlyWhatChanged)
+{
+    FakeLines few(3);
+    CreateHost(few, kLiveViewPolicy, 20);
+    ::UpdateWindow(Hwnd());
+    few.Add();
+    View().ShowAddedLine();
+    EXPECT_EQ(std::make_pair(3 * lineHeight, 4 * lineHeight), DirtyRows(Hwnd()));
+    ::DestroyWindow(Hwnd());
+
+    FakeLines many(100);
+    CreateHost(many, kLiveViewPolicy, 20);
+    testing_support::SendKey(Hwnd(), VK_END, true);
+    ::UpdateWindow(Hwnd());
+    RECT client;
+    ::GetClientRect(Hwnd(), &client);
+    const std::vector<DWORD> before = ClientRows(Hwnd(), lineHeight, 18 * lineHeight);
+    many.Add();
+    View().ShowAddedLine();
+    EXPECT_EQ(81, View().TopLine());
+    EXPECT_EQ(std::make_pair(18 * lineHeight, static_cast<int>(client.bottom)), DirtyRows(Hwnd()));
+    EXPECT_TRUE(before == ClientRows(Hwnd(), 0, 17 * lineHeight)) << "scrolled by one line";
 }
 
 } // namespace

@@ -2,11 +2,10 @@
 
 #include "lang/ResourceIds.h"
 #include "ring/MessageRecord.h"
-#include "support/TestFiles.h"
+#include "support/ResourceText.h"
 #include "support/ViewInput.h"
 #include "winlayer/Resources.h"
 
-HMODULE ViewFixture::english = nullptr;
 HFONT ViewFixture::font = nullptr;
 int ViewFixture::lineHeight = 0;
 
@@ -35,9 +34,7 @@ LRESULT ViewHost::OnCreate(WPARAM, LPARAM, bool&)
 
 void ViewFixture::SetUpTestSuite()
 {
-    english = ::LoadLibraryW((testing_support::InstallDir() + L"\\Lang\\EN\\OrielEN.dll").c_str());
-    ASSERT_NE(nullptr, english);
-    winlayer::SetResourceModule(english);
+    testing_support::UseEnglishModule();
     LOGFONTW face = {};
     face.lfHeight = -12;
     face.lfCharSet = DEFAULT_CHARSET;
@@ -56,8 +53,6 @@ void ViewFixture::SetUpTestSuite()
 void ViewFixture::TearDownTestSuite()
 {
     ::DeleteObject(font);
-    winlayer::SetResourceModule(nullptr);
-    ::FreeLibrary(english);
 }
 
 void ViewFixture::TearDown()
@@ -80,42 +75,4 @@ void ViewFixture::CreateHost(LineSource& source, ViewPolicy policy, int lines)
                                     WS_EX_CLIENTEDGE, nullptr, r.left, r.top, r.right - r.left,
                                     r.bottom - r.top));
     ASSERT_EQ(lines, View().LinesPerPage());
-}
-
-SCROLLINFO ViewFixture::ScrollBar(int bar) const
-{
-    SCROLLINFO info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_ALL;
-    ::GetScrollInfo(Hwnd(), bar, &info);
-    return info;
-}
-
-void ViewFixture::Key(WPARAM key, bool control)
-{
-    BYTE keys[256];
-    ::GetKeyboardState(keys);
-    keys[VK_CONTROL] = control ? 0x80 : 0;
-    ::SetKeyboardState(keys);
-    ::SendMessageW(Hwnd(), WM_KEYDOWN, key, 0);
-    keys[VK_CONTROL] = 0;
-    ::SetKeyboardState(keys);
-}
-
-void ViewFixture::VScroll(int request)
-{
-    ::SendMessageW(Hwnd(), WM_VSCROLL, MAKEWPARAM(request, 0), 0);
-}
-
-void ViewFixture::HScroll(int request, int thumb)
-{
-    ::SendMessageW(Hwnd(), WM_HSCROLL, MAKEWPARAM(request, thumb), 0);
-}
-
-std::wstring ViewFixture::PageText(int i) const
-{
-    if (i < 0 || i >= View().PageCount())
-        return L"<none>";
-    const MessageRecord& record = View().Page()[i];
-    return std::wstring(record.text, wcsnlen(record.text, kMessageTextUnits));
 }

@@ -32,14 +32,8 @@ protected:
     void CreateHost(LineSource& source, ViewPolicy policy, int lines);
 
     HWND Hwnd() const { return host->Handle(); }
-    const MessageView& View() const { return host->view; }
-    SCROLLINFO ScrollBar(int bar) const;
-    void Key(WPARAM key, bool control = false);
-    void VScroll(int request);
-    void HScroll(int request, int thumb = 0);
-    std::wstring PageText(int i) const;
+    MessageView& View() const { return host->view; }
 
-    static HMODULE english;
     static HFONT font;
     static int lineHeight;
     std::unique_ptr<ViewHost> host;
