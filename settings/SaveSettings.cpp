@@ -51,5 +51,15 @@ bool SettingsFile::Read(SaveSettings& settings) const
 
 bool SettingsFile::Write(const wchar_t* key, const wchar_t* value) const
 {
+    // A new file starts as a UTF-16 byte-order mark alone: the profile
+    // functions then keep writing UTF-16, and a save directory named in any
+    // script survives the next start instead of turning into question marks.
+    HANDLE file = ::CreateFileW(path_, GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file != INVALID_HANDLE_VALUE) {
+        static const unsigned char kByteOrderMark[] = {0xFF, 0xFE};
+        DWORD written = 0;
+        ::WriteFile(file, kByteOrderMark, sizeof kByteOrderMark, &written, nullptr);
+        ::CloseHandle(file);
+    }
     return ::WritePrivateProfileStringW(kSection, key, value, path_) != FALSE;
 }

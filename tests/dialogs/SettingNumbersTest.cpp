@@ -19,7 +19,7 @@ TEST(SettingNumbers, ParseAndAcceptance)
         {L"2147483648", 2147483648u, false},    // over the range
         {L"3000000000", 3000000000u, false},    // ten characters starting above 2
         {L"0999999999", 999999999u, true},
-        {L"12345678901", 3755744309u, false},   // eleven characters; the value wraps
+        {L"a123456789", 0, true},               // ten characters: a non-digit first reads as 0
         {L"0x7FFFFFFF", 0x7FFFFFFFu, true},
         {L"0x80000000", 0x80000000u, false},
         {L"0xff", 255, true},
@@ -36,6 +36,8 @@ TEST(SettingNumbers, ParseAndAcceptance)
         EXPECT_EQ(c.value, ParseSettingNumber(c.text)) << c.text;
         EXPECT_EQ(c.accepted, SettingTextAccepted(c.text, ParseSettingNumber(c.text))) << c.text;
     }
+    // Eleven characters are refused whatever they scan to.
+    EXPECT_FALSE(SettingTextAccepted(L"00000000001", 1));
 }
 
 } // namespace

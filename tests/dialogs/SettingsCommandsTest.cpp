@@ -38,9 +38,9 @@ TEST_F(SettingsCommands, SaveDirectoryMovesTheLogOnlyWhenItChanges)
     EXPECT_EQ(dir.Path(), writer.SaveDirectory());
     EXPECT_FALSE(testing_support::FileExists(settingsPath));
 
-    // A new one is written and takes the next lines at once; the pending
-    // lines go into the old file.
-    const std::wstring created = PathOf(L"new");
+    // A new one, named in any script, is written and takes the next lines at
+    // once; the pending lines go into the old file.
+    const std::wstring created = PathOf(L"\x65B0\x65E5\x5FD7 new");
     script.Then(TypeAndOk(IDC_SAVE_PATH, created)).Then(ExpectCreateQuestion(created));
     RunSaveDirectory();
     EXPECT_EQ(created, Setting(L"savedirectory"));
@@ -73,14 +73,16 @@ TEST_F(SettingsCommands, ParametersShowUnsignedRefuseOutOfRangeAndTakeEffectAtTh
     Open();
     writer.SetSettings(30, 4294967295u, 7);
     EXPECT_EQ(0, writer.OnTimer(LogTimer::Size));
-    // A refused field keeps the dialog, and Cancel then changes nothing.
+    // The first refused field keeps the dialog with one box, the later ones
+    // unexamined; Cancel then changes nothing.
     script.Then([](HWND dialog) {
-              Type(dialog, IDC_SAVE_TIME, L"5");
+              Type(dialog, IDC_SAVE_TIME, L"-1");
               TypeAndOk(IDC_SAVE_DAYS, L"3000000000")(dialog);
           })
         .Then(ExpectBox(0, kSettingRangeMessage, L"none"))
         .Then([](HWND dialog) { Click(dialog, IDCANCEL); });
     RunSaveParams();
+    EXPECT_EQ(1u, script.Boxes().size());
     EXPECT_EQ(4294967295u, writer.SaveTime());
     EXPECT_EQ(30u, writer.SaveDays());
     EXPECT_FALSE(testing_support::FileExists(settingsPath));
@@ -100,8 +102,9 @@ TEST_F(SettingsCommands, ParametersShowUnsignedRefuseOutOfRangeAndTakeEffectAtTh
     EXPECT_EQ(42u, writer.SaveTime());
     EXPECT_EQ(0u, writer.LogSize());
     const std::vector<unsigned char> bytes = testing_support::ReadFileBytes(settingsPath);
-    EXPECT_EQ("[save]\r\nsavedays=2147483647\r\nsavetime=42\r\nlogsize=0\r\n",
-              std::string(bytes.begin(), bytes.end()));
+    std::wstring text(bytes.size() / 2, L'\0');
+    std::copy(bytes.begin(), bytes.end(), reinterpret_cast<unsigned char*>(&text[0]));
+    EXPECT_EQ(L"\xFEFF[save]\r\nsavedays=2147483647\r\nsavetime=42\r\nlogsize=0\r\n", text);
 
     // The commands themselves roll nothing over; the next size check does.
     EXPECT_TRUE(host.events.empty());

@@ -1,4 +1,4 @@
-#include "support/OutsideBoxes.h"
+#include "OutsideBoxes.h"
 
 #include <algorithm>
 
