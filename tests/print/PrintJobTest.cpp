@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 
 #include "lang/ResourceIds.h"
 #include "print/PrintJob.h"
@@ -40,6 +39,41 @@ std::vector<PrintedLine> Lines(std::vector<PrintedWord> words)
         lines.back().words.push_back(word);
     }
     return lines;
+}
+
+// The record lines ("record N") of a printed page, in order.
+std::vector<int> RecordNumbers(const std::vector<PrintedWord>& page)
+{
+    std::vector<int> numbers;
+    for (const PrintedLine& line : Lines(page))
+        if (line.words.size() == 4 && line.words[2].text == L"record")
+            numbers.push_back(std::stoi(line.words[3].text));
+    return numbers;
+}
+
+std::vector<int> Range(int from, int to)
+{
+    std::vector<int> numbers;
+    for (int i = from; i <= to; ++i)
+        numbers.push_back(i);
+    return numbers;
+}
+
+// What the progress window's page and copy lines show during a job, each
+// change once.
+std::vector<std::wstring> pageLine, copyLine;
+
+LRESULT CALLBACK RecordProgress(int code, WPARAM wParam, LPARAM lParam)
+{
+    const auto* call = reinterpret_cast<const CWPSTRUCT*>(lParam);
+    if (code == HC_ACTION && call->message == WM_SETTEXT) {
+        const int id = ::GetDlgCtrlID(call->hwnd);
+        auto& shown = id == IDC_PRINT_PAGE_LINE ? pageLine : copyLine;
+        const std::wstring text = reinterpret_cast<const wchar_t*>(call->lParam);
+        if ((id == IDC_PRINT_PAGE_LINE || id == IDC_PRINT_COPY_LINE) && (shown.empty() || shown.back() != text))
+            shown.push_back(text);
+    }
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
 // Records the enable changes a window receives.
@@ -91,44 +125,26 @@ protected:
         return MeasurePrintLayout(dc, font);
     }
 
+    // A job on a fresh device context, as each print dialog gives one.
     int Print(const std::wstring& log, int range, const SYSTEMTIME& from, const SYSTEMTIME& to,
               DWORD flags = PD_SELECTION | PD_COLLATE, int copies = 1)
     {
         PRINTDLGW dialog = {};
         dialog.lStructSize = sizeof(dialog);
-        dialog.hDC = dc;
+        ::DeleteDC(dc);
+        dialog.hDC = dc = ::CreateDCW(nullptr, L"PDFFILE", nullptr, nullptr);
         dialog.Flags = flags;
         dialog.nCopies = static_cast<WORD>(copies);
-        return Print(log, range, from, to, dialog);
-    }
-
-    int Print(const std::wstring& log, int range, const SYSTEMTIME& from, const SYSTEMTIME& to,
-              const PRINTDLGW& dialog)
-    {
         HANDLE file = ::CreateFileW(log.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
         EXPECT_NE(INVALID_HANDLE_VALUE, file);
+        pageLine.clear();
+        copyLine.clear();
+        HHOOK hook = ::SetWindowsHookExW(WH_CALLWNDPROC, &RecordProgress, nullptr, ::GetCurrentThreadId());
         const int result = PrintLog(dialog, font, fontDialog, range, from, to, file, log.c_str(), windows);
+        ::UnhookWindowsHookEx(hook);
         ::CloseHandle(file);
         return result;
-    }
-
-    // The record lines ("record N") of a printed page, in order.
-    static std::vector<int> RecordNumbers(const std::vector<PrintedWord>& page)
-    {
-        std::vector<int> numbers;
-        for (const PrintedLine& line : Lines(page))
-            if (line.words.size() == 4 && line.words[2].text == L"record")
-                numbers.push_back(std::stoi(line.words[3].text));
-        return numbers;
-    }
-
-    static std::vector<int> Range(int from, int to)
-    {
-        std::vector<int> numbers;
-        for (int i = from; i <= to; ++i)
-            numbers.push_back(i);
-        return numbers;
     }
 
     HDC dc = nullptr;
@@ -154,8 +170,7 @@ TEST_F(PrintJobTest, WholeLogHeaderRecordLinesAndPageLabelsWhereTheLayoutPutsThe
     EXPECT_TRUE(::IsWindowEnabled(owner));
 
     const Printout printout = CollectPrintout(true);
-    ASSERT_TRUE(printout.exists);
-    EXPECT_EQ(2, printout.pages);
+    ASSERT_EQ(2, printout.pages);
     ASSERT_EQ(2u, printout.words.size());
     EXPECT_EQ(Range(0, lpp - 1), RecordNumbers(printout.words[0]));
     EXPECT_EQ(Range(lpp, lpp + 4), RecordNumbers(printout.words[1]));
@@ -167,6 +182,7 @@ TEST_F(PrintJobTest, WholeLogHeaderRecordLinesAndPageLabelsWhereTheLayoutPutsThe
     const double left = offsetX + 150 * 72.0 / 300;
     const double right = offsetX + (::GetDeviceCaps(dc, HORZRES) - 150) * 72.0 / 300;
     const double top = offsetY + 300 * 72.0 / 300;
+    const double bottom = offsetY + 2700 * 72.0 / 300;
     const double line = layout.lineHeight * 0.72;
     for (int p = 0; p < 2; ++p) {
         const std::vector<PrintedLine> lines = Lines(printout.words[p]);
@@ -181,40 +197,24 @@ TEST_F(PrintJobTest, WholeLogHeaderRecordLinesAndPageLabelsWhereTheLayoutPutsThe
             EXPECT_NEAR(header.top + i * line, lines[i].top, 0.5) << p << " " << i;
             EXPECT_NEAR(left, lines[i].words[0].xMin, 2.0);
         }
+        // The label: right-aligned in the last line above the bottom margin.
         const PrintedLine& label = lines.back();
         EXPECT_EQ(L"Page " + std::to_wstring(p + 1), label.Text());
         EXPECT_NEAR(right, label.words.back().xMax, 2.0);
-        // The label's band is the last line above the bottom margin.
-        const double bottom = offsetY + 2700 * 72.0 / 300;
         EXPECT_NEAR(bottom - line, label.top, line * 0.5);
     }
 }
 
-TEST_F(PrintJobTest, TimeRangesPrintTheirRecordsOnly)
+TEST_F(PrintJobTest, TheSelectionPrintsTheRangeAndAllTheWholeLog)
 {
     const std::wstring log = WriteLog(L"range.qxl", 60);
-    const struct {
-        int range;
-        SYSTEMTIME from, to;
-        DWORD flags;
-        std::vector<int> printed;
-    } cases[] = {
-        {RangeBetween, TestStamp(10), TestStamp(19, 500), PD_SELECTION, Range(10, 19)},
-        // From a time between two records to the end of the log.
-        {RangeFrom, TestStamp(54, 1), TestStamp(0), PD_SELECTION, Range(55, 59)},
-        // "All" chosen in the print dialog: the whole log, whatever the range.
-        {RangeUpTo, TestStamp(3), TestStamp(0), 0, Range(0, Layout().linesPerPage - 1)},
-    };
-    for (const auto& c : cases) {
-        ASSERT_EQ(1, Print(log, c.range, c.from, c.to, c.flags | PD_COLLATE));
-        const Printout printout = CollectPrintout(true);
-        ASSERT_FALSE(printout.words.empty());
-        EXPECT_EQ(c.printed, RecordNumbers(printout.words[0])) << c.range;
-    }
-    EXPECT_TRUE(script.Boxes().empty());
+    ASSERT_EQ(1, Print(log, RangeBetween, TestStamp(10), TestStamp(19, 500), PD_SELECTION));
+    EXPECT_EQ(Range(10, 19), RecordNumbers(CollectPrintout(true).words.at(0)));
+    ASSERT_EQ(1, Print(log, RangeBetween, TestStamp(10), TestStamp(19, 500), 0));
+    EXPECT_EQ(Range(0, Layout().linesPerPage - 1), RecordNumbers(CollectPrintout(true).words.at(0)));
 }
 
-TEST_F(PrintJobTest, UncollatedCopiesFromThePrintDialogPrintEachPageTwice)
+TEST_F(PrintJobTest, UncollatedCopiesFromThePrintDialogPrintEachPageTwiceAndAreCounted)
 {
     const int lpp = Layout().linesPerPage;
     const std::wstring log = WriteLog(L"copies.qxl", lpp + 3);
@@ -225,12 +225,14 @@ TEST_F(PrintJobTest, UncollatedCopiesFromThePrintDialogPrintEachPageTwice)
         testing_support::Click(print, IDOK);
     });
     ASSERT_TRUE(RunPrintDialog(owner, nullptr, nullptr, kMainPrintDialogFlags, dialog));
-    ASSERT_NE(nullptr, dialog.hDC);
     EXPECT_EQ(0u, dialog.Flags & PD_COLLATE);
-    EXPECT_EQ(2, dialog.nCopies);
-    ::DeleteDC(dc);
-    dc = dialog.hDC;
-    ASSERT_EQ(1, Print(log, RangeAll, TestStamp(0), TestStamp(0), dialog));
+    ASSERT_EQ(1, Print(log, RangeAll, TestStamp(0), TestStamp(0), dialog.Flags, dialog.nCopies));
+    ::DeleteDC(dialog.hDC);
+    ::GlobalFree(dialog.hDevMode);
+    ::GlobalFree(dialog.hDevNames);
+    EXPECT_EQ((std::vector<std::wstring>{L"Printing page 1 of 2", L"Printing page 2 of 2"}), pageLine);
+    EXPECT_EQ((std::vector<std::wstring>{L"Copy 1 of 2", L"Copy 2 of 2", L"Copy 1 of 2", L"Copy 2 of 2"}),
+              copyLine);
     const Printout printout = CollectPrintout(true);
     ASSERT_EQ(4, printout.pages);
     std::vector<std::wstring> labels;
@@ -239,40 +241,29 @@ TEST_F(PrintJobTest, UncollatedCopiesFromThePrintDialogPrintEachPageTwice)
     EXPECT_EQ((std::vector<std::wstring>{L"Page 1", L"Page 1", L"Page 2", L"Page 2"}), labels);
     EXPECT_EQ(RecordNumbers(printout.words[0]), RecordNumbers(printout.words[1]));
     EXPECT_EQ(Range(lpp, lpp + 2), RecordNumbers(printout.words[3]));
-    ::GlobalFree(dialog.hDevMode);
-    ::GlobalFree(dialog.hDevNames);
 }
 
 TEST_F(PrintJobTest, RefusalsAndDeliberateAbortsPrintNothing)
 {
-    // A font whose lines fit 45 to a page.
-    for (font.lfHeight = -8; font.lfHeight > -30 && Layout().linesPerPage != 45; --font.lfHeight) {
-    }
-    ASSERT_EQ(45, Layout().linesPerPage);
-    const std::wstring nothing = L"There are no records in the selected range.";
+    const int lpp = Layout().linesPerPage;
     const std::wstring unread = L"The records for the next page could not be read from the log file.";
-    struct Case {
-        size_t records;
+    const struct {
+        int records;
         int range;
         SYSTEMTIME from;
         int copies;
         std::wstring box;
-    };
-    const Case cases[] = {
-        {0, RangeAll, TestStamp(0), 1, nothing},
-        {10, RangeUpTo, TestStamp(-3600), 1, nothing},  // before every record
+    } cases[] = {
+        {0, RangeAll, TestStamp(0), 1, L"There are no records in the selected range."},
         // After every record: one page of no records cannot be drawn.
         {10, RangeFrom, TestStamp(3600), 1, L"Page 1 could not be printed."},
         // Exactly one page: the read of a second one fails.
-        {45, RangeAll, TestStamp(0), 1, unread},
+        {lpp, RangeAll, TestStamp(0), 1, unread},
         // Collated copies: the second copy reads past the range.
         {10, RangeAll, TestStamp(0), 2, unread},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const std::wstring log = WriteLog(L"log" + std::to_wstring(c.records) + L".qxl", c.records);
-        // Each job on a fresh device context, as each print dialog gives one.
-        ::DeleteDC(dc);
-        dc = ::CreateDCW(nullptr, L"PDFFILE", nullptr, nullptr);
         script.Clear();
         EXPECT_EQ(0, Print(log, c.range, c.from, c.from, PD_SELECTION | PD_COLLATE, c.copies));
         ASSERT_EQ(1u, script.Boxes().size()) << c.records << " " << c.range;
@@ -280,5 +271,6 @@ TEST_F(PrintJobTest, RefusalsAndDeliberateAbortsPrintNothing)
         EXPECT_EQ(L"Print", script.Boxes().back().caption);
         EXPECT_TRUE(::IsWindowEnabled(browser));
     }
+    EXPECT_EQ((std::vector<std::wstring>{L"Copy 1 of 2", L"Copy 2 of 2"}), copyLine) << "collated";
     EXPECT_FALSE(CollectPrintout(false).exists);
 }

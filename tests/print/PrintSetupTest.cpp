@@ -5,7 +5,6 @@
 #include "lang/ResourceIds.h"
 #include "print/LocalTimeOrder.h"
 #include "print/PrintSetupDlg.h"
-#include "winlayer/Resources.h"
 
 using testing_support::Click;
 using testing_support::ItemText;
@@ -23,12 +22,6 @@ protected:
     // 10:00:00.500 and its last at 10:01:00, through the script's steps.
     INT_PTR Run()
     {
-        settings.logFontCopy.lfHeight = -12;
-        settings.logFontCopy.lfWeight = FW_NORMAL;
-        winlayer::LoadText(IDS_FONT_FACE, settings.logFontCopy.lfFaceName, LF_FACESIZE);
-        settings.fontDialogStateCopy.lStructSize = sizeof(CHOOSEFONTW);
-        settings.fontDialogStateCopy.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT | CF_EFFECTS;
-        settings.fontDialogStateCopy.lpLogFont = &settings.logFontCopy;
         settings.rangeFrom = TestStamp(5);
         settings.rangeTo = TestStamp(50);
         return RunPrintSetup(owner, settings, TestStamp(0, 500), TestStamp(60));
@@ -56,7 +49,6 @@ TEST_F(PrintSetupTest, OkRefusesFieldByFieldWithTheFocusThereThenTakesTheRange)
     } rows[] = {
         {nullptr, {}, L"This field must not be empty.", 229},
         {kBetweenFrom, {L"2023", L"2", L"29", L"10", L"0", L"0"}, L"The day must be between 1 and 28.", 231},
-        {kBetweenFrom, {L"2026", L"3", L"3", L"10", L"0", L"60"}, L"The second must be between 0 and 59.", 235},
         // The first record came at 10:00:00.500: a whole second before it is out.
         {kBetweenFrom, {L"2026", L"3", L"3", L"10", L"0", L"0"}, outside, 229},
         {kBetweenFrom, {L"2026", L"3", L"3", L"10", L"0", L"40"}, L"This field must not be empty.", 241},

@@ -6,21 +6,9 @@
 #include <sstream>
 
 #include "support/LogFileDecoder.h"
-#include "winlayer/Resources.h"
-
-HMODULE PrintFixture::english = nullptr;
-int PrintFixture::printouts = 0;
+#include "support/ResourceText.h"
 
 namespace {
-
-// The Windows name of a Unix path (Wine maps / to Z:).
-std::wstring WindowsPath(const std::string& unixPath)
-{
-    std::wstring path = L"Z:";
-    for (char c : unixPath)
-        path += c == '/' ? L'\\' : static_cast<wchar_t>(c);
-    return path;
-}
 
 std::wstring Widen(const std::string& text)
 {
@@ -59,33 +47,23 @@ SYSTEMTIME TestStamp(int seconds, int milliseconds)
 
 void PrintFixture::SetUpTestSuite()
 {
-    english = ::LoadLibraryW((testing_support::InstallDir() + L"\\Lang\\EN\\OrielEN.dll").c_str());
-    ASSERT_NE(nullptr, english);
-    winlayer::SetResourceModule(english);
-}
-
-void PrintFixture::TearDownTestSuite()
-{
-    winlayer::SetResourceModule(nullptr);
-    ::FreeLibrary(english);
+    testing_support::UseEnglishModule();
 }
 
 std::wstring PrintFixture::WriteLog(const std::wstring& name, size_t count)
 {
-    std::vector<unsigned char> image = MakeLogImage(L"7.000000", count);
-    for (size_t i = 0; i < count; ++i)
-        PutLogRecord(image, i, L"record " + std::to_wstring(i), TestStamp(static_cast<int>(i)));
-    testing_support::WriteFileBytes(dir / name, image);
+    testing_support::WriteFileBytes(dir / name, LogImage(NumberedLines(count)));
     return dir / name;
 }
 
-bool PrintFixture::HavePrinter()
+bool HavePrinter()
 {
     return std::getenv("ORIEL_PRINT_OUT") != nullptr && std::getenv("ORIEL_PRINT_COLLECT") != nullptr;
 }
 
-Printout PrintFixture::CollectPrintout(bool expectJob)
+Printout CollectPrintout(bool expectJob)
 {
+    static int printouts = 0;
     const std::string out = std::getenv("ORIEL_PRINT_OUT");
     const std::string name = "printout" + std::to_string(++printouts);
     std::wstring command = L"/bin/sh " + Widen(std::getenv("ORIEL_PRINT_COLLECT")) + L" " +
@@ -101,7 +79,7 @@ Printout PrintFixture::CollectPrintout(bool expectJob)
     }
     ::CloseHandle(process.hThread);
     ::CloseHandle(process.hProcess);
-    const std::wstring base = WindowsPath(out + "/" + name);
+    const std::wstring base = testing_support::WindowsPath(out + "/" + name);
     for (int i = 0; i < 400 && !testing_support::FileExists(base + L".done"); ++i)
         ::Sleep(100);
     if (!testing_support::FileExists(base + L".done")) {

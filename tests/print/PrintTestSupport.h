@@ -28,25 +28,20 @@ struct Printout {
     std::vector<std::vector<PrintedWord>> words;  // per page, in reading order
 };
 
+// Whether the private printer runs (otherwise printing cases skip).
+bool HavePrinter();
+// Waits for the printer to finish and reads what it printed since the last
+// call; `expectJob` false waits only for an idle queue.
+Printout CollectPrintout(bool expectJob);
+
 class PrintFixture : public ::testing::Test {
 protected:
     static void SetUpTestSuite();
-    static void TearDownTestSuite();
 
     // A log of `count` records "record 0" .. stamped TestStamp(i).
     std::wstring WriteLog(const std::wstring& name, size_t count);
 
-    // Whether the private printer runs (otherwise printing cases skip).
-    static bool HavePrinter();
-    // Waits for the printer to finish and reads what it printed since the
-    // last call; `expectJob` false waits only for an idle queue.
-    Printout CollectPrintout(bool expectJob);
-
     testing_support::DialogScript script;
     const HWND owner = script.Owner();
     testing_support::TempDir dir;
-
-private:
-    static HMODULE english;
-    static int printouts;
 };

@@ -12,19 +12,19 @@ TEST(ToolFollow, SeesAppendedRecordsAndGoesOnIntoTheNextFile)
     TempDir dir;
     const std::wstring first = dir / L"2611231405.qxl";
     const std::wstring second = dir / L"2611231406.qxl";
-    WriteFileBytes(first, LogImage({{LocalAt(23, 14, 5, 0), L"before the start"}}));
+    WriteFileBytes(first, LogImage({{L"before the start", LocalAt(23, 14, 5, 0)}}));
     ToolProcess tool({L"follow", L"--iso", L"--poll", L"100", dir.Path()});
     ASSERT_TRUE(tool.WaitForErr("following " + std::string(first.begin(), first.end()) + " from slot 2"))
         << tool.Err();
 
-    AppendRecord(first, {LocalAt(23, 14, 5, 1), L"appended"});
+    AppendRecord(first, {L"appended", LocalAt(23, 14, 5, 1)});
     ASSERT_TRUE(tool.WaitForOutLines(1)) << tool.Out();
     // A rollover: the window starts a new file, then writes what was still
     // pending into the old one.
-    WriteFileBytes(second, LogImage({{LocalAt(23, 14, 6, 0), L"new file"}}));
-    AppendRecord(first, {LocalAt(23, 14, 5, 59), L"pending at the rollover"});
+    WriteFileBytes(second, LogImage({{L"new file", LocalAt(23, 14, 6, 0)}}));
+    AppendRecord(first, {L"pending at the rollover", LocalAt(23, 14, 5, 59)});
     ASSERT_TRUE(tool.WaitForOutLines(3)) << tool.Out();
-    AppendRecord(second, {LocalAt(23, 14, 6, 1), L"after the rollover"});
+    AppendRecord(second, {L"after the rollover", LocalAt(23, 14, 6, 1)});
     ASSERT_TRUE(tool.WaitForOutLines(4)) << tool.Out();
 
     tool.PressCtrlC();
@@ -41,9 +41,9 @@ TEST(ToolFollow, ReadsAFileThatAppearsLaterFromItsStart)
     TempDir dir;
     ToolProcess tool({L"follow", L"--json", L"--poll", L"20", L"--grep", L"Pump", dir.Path()});
     ::Sleep(300);
-    WriteFileBytes(dir / L"2611231405.qxl", LogImage({{LocalAt(23, 14, 5, 0), L"Pump on"},
-                                                      {LocalAt(23, 14, 5, 1), L"Valve shut"},
-                                                      {LocalAt(23, 14, 5, 2), L"Pump off"}}));
+    WriteFileBytes(dir / L"2611231405.qxl", LogImage({{L"Pump on", LocalAt(23, 14, 5, 0)},
+                                                      {L"Valve shut", LocalAt(23, 14, 5, 1)},
+                                                      {L"Pump off", LocalAt(23, 14, 5, 2)}}));
     ASSERT_TRUE(tool.WaitForOutLines(2)) << tool.Out();
     tool.PressCtrlC();
     EXPECT_EQ(0u, tool.Wait(5000));

@@ -1,10 +1,8 @@
 #include "ToolTestSupport.h"
 
 #include <algorithm>
-#include <functional>
 #include <stdexcept>
 
-#include "support/LogFileDecoder.h"
 
 using namespace testing_support;
 
@@ -13,18 +11,8 @@ SYSTEMTIME LocalAt(WORD day, WORD hour, WORD minute, WORD second, WORD ms)
     return SYSTEMTIME{2026, 11, 0, day, hour, minute, second, ms};
 }
 
-std::vector<unsigned char> LogImage(const std::vector<TestRecord>& records)
+void AppendRecord(const std::wstring& path, const LogLine& record)
 {
-    std::vector<unsigned char> image = MakeLogImage(L"7.000000", records.size());
-    for (size_t i = 0; i < records.size(); ++i)
-        PutLogRecord(image, i, records[i].text, records[i].time);
-    return image;
-}
-
-void AppendRecord(const std::wstring& path, const TestRecord& record)
-{
-    // One write at the end, as the window appends: a follower never sees
-    // the file shorter than before.
     const std::vector<unsigned char> image = LogImage({record});
     HANDLE file = ::CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                 nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -46,17 +34,6 @@ std::string FileText(const std::wstring& path)
 {
     const std::vector<unsigned char> bytes = ReadFileBytes(path);
     return std::string(bytes.begin(), bytes.end());
-}
-
-bool WaitUntil(const std::function<bool()>& done)
-{
-    const ULONGLONG deadline = ::GetTickCount64() + 5000;
-    while (!done()) {
-        if (::GetTickCount64() > deadline)
-            return false;
-        ::Sleep(20);
-    }
-    return true;
 }
 
 BOOL WINAPI SwallowCtrlC(DWORD)
@@ -108,7 +85,7 @@ std::string ToolProcess::Err() const
 
 bool ToolProcess::WaitForErr(const std::string& text) const
 {
-    return WaitUntil([&] { return Err().find(text) != std::string::npos; });
+    return WaitUntil([&] { return Err().find(text) != std::string::npos; }, 5000);
 }
 
 bool ToolProcess::WaitForOutLines(size_t lines) const
@@ -116,7 +93,7 @@ bool ToolProcess::WaitForOutLines(size_t lines) const
     return WaitUntil([&] {
         const std::string out = Out();
         return static_cast<size_t>(std::count(out.begin(), out.end(), '\n')) >= lines;
-    });
+    }, 5000);
 }
 
 void ToolProcess::PressCtrlC() const

@@ -4,18 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "support/LogFileDecoder.h"
 #include "support/TestFiles.h"
 
-// Log files as the window writes them, for the tool to read.
-struct TestRecord {
-    SYSTEMTIME time;
-    std::wstring text;
-};
-
+// A day of November 2026, as the tool's test logs are stamped.
 SYSTEMTIME LocalAt(WORD day, WORD hour, WORD minute, WORD second, WORD ms = 0);
-// Our header, then the records.
-std::vector<unsigned char> LogImage(const std::vector<TestRecord>& records);
-void AppendRecord(const std::wstring& path, const TestRecord& record);
+// Appends one record with one write at the end, as the window appends: a
+// follower never sees the file shorter than before.
+void AppendRecord(const std::wstring& path, const LogLine& record);
 
 // qxltool.exe from the installation folder as a real process, in a console
 // of its own without a window, its output going to files the test reads.

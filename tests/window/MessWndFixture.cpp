@@ -4,10 +4,9 @@
 
 #include "lang/ResourceIds.h"
 #include "support/LogFileDecoder.h"
-#include "support/ViewInput.h"
+#include "support/ResourceText.h"
 #include "winlayer/Resources.h"
 
-HMODULE MessWndFixture::english = nullptr;
 std::wstring MessWndFixture::configDir;
 
 namespace {
@@ -18,14 +17,11 @@ constexpr wchar_t kClassName[] = L"OrielMessWnd";
 
 int MessWndFixture::FontLineHeight()
 {
-    wchar_t face[LF_FACESIZE];
-    winlayer::LoadText(IDS_FONT_FACE, face, LF_FACESIZE);
     LOGFONTW font = {};
     font.lfHeight = -12;
-    font.lfOrientation = 10;
     font.lfWeight = FW_NORMAL;
     font.lfCharSet = DEFAULT_CHARSET;
-    ::lstrcpynW(font.lfFaceName, face, LF_FACESIZE);
+    winlayer::LoadText(IDS_FONT_FACE, font.lfFaceName, LF_FACESIZE);
     HFONT handle = ::CreateFontIndirectW(&font);
     const int height = testing_support::LineHeightOf(handle);
     ::DeleteObject(handle);
@@ -34,9 +30,7 @@ int MessWndFixture::FontLineHeight()
 
 void MessWndFixture::SetUpTestSuite()
 {
-    english = ::LoadLibraryW((testing_support::InstallDir() + L"\\Lang\\EN\\OrielEN.dll").c_str());
-    ASSERT_NE(nullptr, english);
-    winlayer::SetResourceModule(english);
+    testing_support::UseEnglishModule();
     CMessWnd::RegisterClass(::GetModuleHandleW(nullptr), kClassName, nullptr);
     wchar_t exe[MAX_PATH];
     ::GetModuleFileNameW(nullptr, exe, MAX_PATH);
@@ -48,8 +42,6 @@ void MessWndFixture::SetUpTestSuite()
 void MessWndFixture::TearDownTestSuite()
 {
     testing_support::RemoveTree(configDir);
-    winlayer::SetResourceModule(nullptr);
-    ::FreeLibrary(english);
 }
 
 void MessWndFixture::TearDown()
@@ -62,35 +54,12 @@ void MessWndFixture::TearDown()
     ::DeleteFileW(SettingsFilePath().c_str());
 }
 
-std::wstring MessWndFixture::SettingsFilePath() const
+void MessWndFixture::Open(size_t records, int lines)
 {
-    return configDir + L"\\ShowMess.ini";
-}
-
-std::wstring MessWndFixture::WriteLog(size_t count, const std::wstring& version)
-{
-    std::vector<unsigned char> image = MakeLogImage(version, count);
-    SYSTEMTIME stamp = {2026, 3, 2, 3, 14, 5, 0, 0};
-    for (size_t i = 0; i < count; ++i) {
-        stamp.wSecond = static_cast<WORD>(i % 60);
-        PutLogRecord(image, i, L"record " + std::to_wstring(i), stamp);
-    }
-    std::wstring path = saveDir / L"2603031405.qxl";
-    testing_support::WriteFileBytes(path, image);
-    return path;
-}
-
-void MessWndFixture::WriteSettings(const std::string& extraKeys, bool withDirectory)
-{
-    std::string text = "[save]\r\n" + extraKeys;
-    if (withDirectory) {
-        text += "savedirectory=";
-        for (wchar_t c : saveDir.Path())
-            text += static_cast<char>(c);
-        text += "\r\n";
-    }
-    testing_support::WriteFileBytes(SettingsFilePath(),
-                                    std::vector<unsigned char>(text.begin(), text.end()));
+    testing_support::WriteFileBytes(currentLog, LogImage(NumberedLines(records)));
+    testing_support::WriteSaveSettings(SettingsFilePath(),
+                                       testing_support::SaveKeys(saveDir.Path(), 10, 600, 10));
+    CreateWindowWithRoom(lines);
 }
 
 void MessWndFixture::CreateWindowWithRoom(int lines)
@@ -100,10 +69,27 @@ void MessWndFixture::CreateWindowWithRoom(int lines)
     RECT r = {100, 100, 900, 100 + lines * lineHeight + lineHeight / 2};
     ::AdjustWindowRectEx(&r, style, TRUE, WS_EX_WINDOWEDGE | WS_EX_CLIENTEDGE);
     r.right += ::GetSystemMetrics(SM_CXVSCROLL);
-    HMENU menu = ::LoadMenuW(english, MAKEINTRESOURCEW(IDR_MAIN_MENU));
+    HMENU menu = ::LoadMenuW(winlayer::ResourceModule(), MAKEINTRESOURCEW(IDR_MAIN_MENU));
     window = std::make_unique<CMessWnd>();
     ASSERT_NE(nullptr, window->CreateMainWindow(::GetModuleHandleW(nullptr), kClassName,
                                                 L"Oriel test", menu, &r));
+}
+
+CBrowseWnd* MessWndFixture::OpenLog(const std::wstring& path)
+{
+    const size_t before = window->Browsers().size();
+    dialogs.Then(testing_support::ChooseFile(path));
+    ::SendMessageW(Hwnd(), WM_COMMAND, IDM_OPEN_LOG, 0);
+    EXPECT_TRUE(dialogs.Finished());
+    return window->Browsers().size() > before ? window->Browsers().back().get() : nullptr;
+}
+
+void MessWndFixture::MakeNewer(const std::wstring& log)
+{
+    std::vector<unsigned char> bytes = testing_support::ReadFileBytes(log);
+    const std::vector<unsigned char> newer = MakeLogImage(L"8.000000", 0);
+    std::copy(newer.begin(), newer.begin() + 32, bytes.begin());
+    testing_support::WriteFileBytes(log, bytes);
 }
 
 void MessWndFixture::DrainQuit()

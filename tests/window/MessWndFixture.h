@@ -3,12 +3,11 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "msgwnd/MessWnd.h"
 #include "support/DialogScript.h"
-#include "support/ViewInput.h"
 #include "support/TestFiles.h"
+#include "support/ViewInput.h"
 
 // A real main window in the test process, on a real log in a temporary save
 // directory.  The window reads its settings from config\ShowMess.ini beside
@@ -20,33 +19,32 @@ protected:
     static void TearDownTestSuite();
     void TearDown() override;
 
-    // A log of `count` records "record 0" .. in the save directory.
-    std::wstring WriteLog(size_t count, const std::wstring& version = L"7.000000");
-    // The settings file: a save directory unless `withDirectory` is false.
-    void WriteSettings(const std::string& extraKeys, bool withDirectory = true);
-    // Creates the window with a client area `lines` lines high (plus a few
-    // pixels less than a line).
+    // The current log: `records` records "record 0".., a second apart from
+    // 2026-03-03 10:00:00; the settings naming its directory; and the window
+    // over it with room for `lines` lines.
+    void Open(size_t records, int lines = 20);
+    // Creates the window with a client area `lines` lines high (plus half a
+    // line).
     void CreateWindowWithRoom(int lines);
+    // Opens a browser through the menu command, answering the file dialog.
+    CBrowseWnd* OpenLog(const std::wstring& path);
+    // Overwrites the version text of a log with a newer one.
+    static void MakeNewer(const std::wstring& log);
 
     HWND Hwnd() const { return window->Handle(); }
     const MessageRing& Ring() const { return window->Ring(); }
     int TopLine() const { return window->View().TopLine(); }
-    SCROLLINFO ScrollBar(int bar) const { return testing_support::ScrollBarOf(Hwnd(), bar); }
-    LRESULT Key(WPARAM key, bool control = false)
-    {
-        return testing_support::SendKey(Hwnd(), key, control);
-    }
     std::wstring PageText(int i) const { return testing_support::PageLine(window->View(), i); }
     std::wstring LastPageText() const { return PageText(window->View().PageCount() - 1); }
-    std::wstring SettingsFilePath() const;
-    // Height of one line of the view font.
+    std::wstring SettingsFilePath() const { return configDir + L"\\ShowMess.ini"; }
+    // Height of one line of the initial view font.
     static int FontLineHeight();
     // Answers the quit message that destroying the window posts.
     static void DrainQuit();
 
-    static HMODULE english;
     static std::wstring configDir;
     testing_support::TempDir saveDir;
+    const std::wstring currentLog = saveDir / L"2603031000.qxl";
     testing_support::DialogScript dialogs;
     std::unique_ptr<CMessWnd> window;
 };
