@@ -188,22 +188,6 @@ TEST_F(FlushTest, LockedFileIsReportedInTheSameMinuteAndSwitchedFromLater)
     ExpectSwitchedToANewFile();
 }
 
-TEST_F(FlushTest, ReadOnlyFileIsReplacedByANewOne)
-{
-    Open();
-    ASSERT_TRUE(::SetFileAttributesW(PathOf(kCurrentName).c_str(), FILE_ATTRIBUTE_READONLY));
-    HANDLE probe = ::CreateFileW(PathOf(kCurrentName).c_str(), GENERIC_WRITE, FILE_SHARE_READ,
-                                 nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (probe != INVALID_HANDLE_VALUE) {
-        ::CloseHandle(probe);
-        GTEST_SKIP() << "the platform lets this user write read-only files (Wine as root)";
-    }
-    AddLines(0, 3);
-    testNow = LocalTime(2026, 3, 3, 14, 6, 1);
-    EXPECT_EQ(writer.FlushPending(3), 1);
-    ExpectSwitchedToANewFile();
-}
-
 TEST_F(FlushTest, TimedFlushEverySaveTimeSeconds)
 {
     writer.SetSettings(10, 3, 10);

@@ -40,8 +40,6 @@ TEST(Intake, BothRoadsStoreEveryLineVerbatimInTheirOrder)
 
     ShowMessClient client;
     ASSERT_EQ(S_OK, client.created());
-    IDispatch* dispatch = nullptr;
-    EXPECT_EQ(E_NOINTERFACE, client.get()->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&dispatch)));
 
     std::vector<std::wstring> componentTexts = {
         L"Pump P-101 started", L"\x6CF5 P-102 \x505C\x6B62", L"", L"%s%n%x%p%d%%",

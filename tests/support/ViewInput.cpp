@@ -46,6 +46,26 @@ int LineHeightOf(HFONT font)
     return metrics.tmHeight + metrics.tmExternalLeading;
 }
 
+std::vector<DWORD> ClientRows(HWND window, int top, int bottom)
+{
+    RECT client;
+    ::GetClientRect(window, &client);
+    HDC dc = ::GetDC(window);
+    HDC memory = ::CreateCompatibleDC(dc);
+    HBITMAP bitmap = ::CreateCompatibleBitmap(dc, client.right, bottom - top);
+    HGDIOBJ old = ::SelectObject(memory, bitmap);
+    ::BitBlt(memory, 0, 0, client.right, bottom - top, dc, 0, top, SRCCOPY);
+    ::SelectObject(memory, old);
+    BITMAPINFO info = {};
+    info.bmiHeader = {sizeof(BITMAPINFOHEADER), client.right, top - bottom, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    std::vector<DWORD> pixels(static_cast<size_t>(client.right) * (bottom - top));
+    ::GetDIBits(memory, bitmap, 0, bottom - top, pixels.data(), &info, DIB_RGB_COLORS);
+    ::DeleteObject(bitmap);
+    ::DeleteDC(memory);
+    ::ReleaseDC(window, dc);
+    return pixels;
+}
+
 std::wstring PageLine(const MessageView& view, int i)
 {
     if (i < 0 || i >= view.PageCount())

@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
 class MessageView;
 
@@ -16,6 +17,9 @@ LRESULT SendVScroll(HWND window, int request);
 LRESULT SendHScroll(HWND window, int request, int thumb = 0);
 // Height of one line of `font`: character height plus external leading.
 int LineHeightOf(HFONT font);
+// Rows [top, bottom) of the client area as they are on screen: 32-bit
+// pixels 0x00RRGGBB, row by row, each row as wide as the client area.
+std::vector<DWORD> ClientRows(HWND window, int top, int bottom);
 // The text of page line `i`, or "<none>" outside the page.
 std::wstring PageLine(const MessageView& view, int i);
 

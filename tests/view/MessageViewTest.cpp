@@ -169,27 +169,6 @@ TEST_F(ViewFixture, OnlyTheLiveViewClampsTheTopLine)
     EXPECT_EQ(-20, saved.requestedTops.back());
 }
 
-// The rows of the client area [top, bottom) as they are on screen.
-std::vector<DWORD> ClientRows(HWND window, int top, int bottom)
-{
-    RECT client;
-    ::GetClientRect(window, &client);
-    HDC dc = ::GetDC(window);
-    HDC memory = ::CreateCompatibleDC(dc);
-    HBITMAP bitmap = ::CreateCompatibleBitmap(dc, client.right, bottom - top);
-    HGDIOBJ old = ::SelectObject(memory, bitmap);
-    ::BitBlt(memory, 0, 0, client.right, bottom - top, dc, 0, top, SRCCOPY);
-    ::SelectObject(memory, old);
-    BITMAPINFO info = {};
-    info.bmiHeader = {sizeof(BITMAPINFOHEADER), client.right, top - bottom, 1, 32, BI_RGB};
-    std::vector<DWORD> pixels(static_cast<size_t>(client.right) * (bottom - top));
-    ::GetDIBits(memory, bitmap, 0, bottom - top, pixels.data(), &info, DIB_RGB_COLORS);
-    ::DeleteObject(bitmap);
-    ::DeleteDC(memory);
-    ::ReleaseDC(window, dc);
-    return pixels;
-}
-
 // Top and bottom of the area waiting to be painted.
 std::pair<int, int> DirtyRows(HWND window)
 {
@@ -217,12 +196,12 @@ TEST_F(ViewFixture, AddedLineRedrawsOnlyWhatChanged)
     ::UpdateWindow(Hwnd());
     RECT client;
     ::GetClientRect(Hwnd(), &client);
-    const std::vector<DWORD> before = ClientRows(Hwnd(), lineHeight, 18 * lineHeight);
+    const std::vector<DWORD> before = testing_support::ClientRows(Hwnd(), lineHeight, 18 * lineHeight);
     many.Add();
     View().ShowAddedLine();
     EXPECT_EQ(81, View().TopLine());
     EXPECT_EQ(std::make_pair(18 * lineHeight, static_cast<int>(client.bottom)), DirtyRows(Hwnd()));
-    EXPECT_TRUE(before == ClientRows(Hwnd(), 0, 17 * lineHeight)) << "scrolled by one line";
+    EXPECT_TRUE(before == testing_support::ClientRows(Hwnd(), 0, 17 * lineHeight)) << "scrolled by one line";
 }
 
 } // namespace

@@ -8,7 +8,6 @@
 
 #include "lang/resource_inventory.h"
 #include "support/TestFiles.h"
-#include "winlayer/Resources.h"
 
 using namespace oriel::lang;
 
@@ -93,20 +92,6 @@ TEST_P(ModuleContents, HoldsEveryStringWithTheArgumentsItIsFormattedWithAndTheIc
     EXPECT_TRUE(LoadWhole(module, IDS_AUX_FALLBACK).empty());
     for (int id : kIcons)
         EXPECT_NE(nullptr, ::LoadIconW(module, MAKEINTRESOURCEW(id))) << "icon " << id;
-}
-
-TEST_P(ModuleContents, RecordLineFormatReadsAsDateTimeThenText)
-{
-    winlayer::SetResourceModule(module);
-    wchar_t format[256];
-    winlayer::LoadText(IDS_RECORD_LINE_FORMAT, format, 256);
-    wchar_t line[159];
-    winlayer::FormatText(line, 159, format, 2026, 11, 23, 14, 5, 9, 123, L"pump 3 started");
-    EXPECT_STREQ(L"2026-11-23 14:05:09.123  pump 3 started", line);
-    // Short enough that a full 127-unit text still fits the 158-unit line.
-    winlayer::FormatText(line, 159, format, 9999, 12, 31, 23, 59, 59, 999, L"");
-    EXPECT_LT(std::wcslen(line), 31u);
-    winlayer::SetResourceModule(nullptr);
 }
 
 TEST_P(ModuleContents, MenusCarryTheirCommands)

@@ -24,9 +24,15 @@ std::wstring ReadSetting(const std::wstring& file, const wchar_t* key)
 // What the client area shows on screen, as 32-bit pixels (0x00RRGGBB), row
 // by row.
 struct ClientPixels {
-    int width = 0;
-    int height = 0;
-    std::vector<DWORD> pixels;
+    explicit ClientPixels(HWND window)
+    {
+        ::UpdateWindow(window);
+        RECT client;
+        ::GetClientRect(window, &client);
+        width = client.right;
+        height = client.bottom;
+        pixels = testing_support::ClientRows(window, 0, height);
+    }
     static int Red(DWORD p) { return (p >> 16) & 0xFF; }
     static int Green(DWORD p) { return (p >> 8) & 0xFF; }
     static int Blue(DWORD p) { return p & 0xFF; }
@@ -45,37 +51,10 @@ struct ClientPixels {
                     return x;
         return -1;
     }
+    int width = 0;
+    int height = 0;
+    std::vector<DWORD> pixels;
 };
-
-ClientPixels CaptureClient(HWND window)
-{
-    ::UpdateWindow(window);
-    RECT client;
-    ::GetClientRect(window, &client);
-    POINT origin = {0, 0};
-    ::ClientToScreen(window, &origin);
-    ClientPixels shot;
-    shot.width = client.right;
-    shot.height = client.bottom;
-    HDC screen = ::GetDC(nullptr);
-    HDC memory = ::CreateCompatibleDC(screen);
-    HBITMAP bitmap = ::CreateCompatibleBitmap(screen, shot.width, shot.height);
-    HGDIOBJ old = ::SelectObject(memory, bitmap);
-    ::BitBlt(memory, 0, 0, shot.width, shot.height, screen, origin.x, origin.y, SRCCOPY);
-    ::SelectObject(memory, old);
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = shot.width;
-    info.bmiHeader.biHeight = -shot.height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    shot.pixels.resize(static_cast<size_t>(shot.width) * shot.height);
-    ::GetDIBits(memory, bitmap, 0, shot.height, shot.pixels.data(), &info, DIB_RGB_COLORS);
-    ::DeleteObject(bitmap);
-    ::DeleteDC(memory);
-    ::ReleaseDC(nullptr, screen);
-    return shot;
-}
 
 void ShowOnTop(HWND window)
 {
@@ -235,7 +214,7 @@ TEST_F(MessWndFixture, DrawsEveryPageLineFivePixelsInFromTheOffset)
     Open(6, 12);
     ShowOnTop(Hwnd());
     DrainQuit();
-    const ClientPixels shot = CaptureClient(Hwnd());
+    const ClientPixels shot = ClientPixels(Hwnd());
     const int lineHeight = FontLineHeight();
     for (int line = 0; line < 6; ++line)
         EXPECT_NE(-1, shot.FirstInkColumn(line * lineHeight, (line + 1) * lineHeight)) << line;
@@ -246,7 +225,7 @@ TEST_F(MessWndFixture, DrawsEveryPageLineFivePixelsInFromTheOffset)
     // Scrolled right by three pixels, the text starts three pixels further left.
     testing_support::SendHScroll(Hwnd(), SB_THUMBPOSITION, 3);
     DrainQuit();
-    EXPECT_EQ(margin - 3, CaptureClient(Hwnd()).FirstInkColumn(0, lineHeight));
+    EXPECT_EQ(margin - 3, ClientPixels(Hwnd()).FirstInkColumn(0, lineHeight));
 }
 
 // Each command of the menu opens its own dialog on this window's state.
@@ -310,7 +289,7 @@ TEST_F(MessWndFixture, FontCommandSetsTheViewAndThePrintFontAndColourEvenAfterCa
     EXPECT_LT(window->View().LinesPerPage(), lines) << "a larger font holds fewer lines";
     ShowOnTop(Hwnd());
     DrainQuit();
-    const ClientPixels shot = CaptureClient(Hwnd());
+    const ClientPixels shot = ClientPixels(Hwnd());
     const auto reddish = [](DWORD p) {
         return ClientPixels::Red(p) > 160 && ClientPixels::Green(p) < 100 && ClientPixels::Blue(p) < 100;
     };

@@ -3,10 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "winlayer/DialogImpl.h"
 #include "winlayer/WindowImpl.h"
-#include "lang/ResourceIds.h"
-#include "support/TestFiles.h"
 
 namespace {
 
@@ -116,51 +113,6 @@ TEST_F(WindowLayer, CommandsMatchOnTheLowWordOnlyTheFirstEntryRunsAndTheHandleIs
     ::DestroyWindow(hwnd);
     EXPECT_EQ(nullptr, window.Handle());
     EXPECT_FALSE(::IsWindow(hwnd));
-}
-
-// The layer's dialogs come from the language module: run the save-parameters
-// template through DoModal, as the program does.
-class RoutedDialog : public winlayer::DialogImpl<RoutedDialog> {
-public:
-    static constexpr int templateId = IDD_SAVE_PARAMS;
-    static winlayer::MessageTable<RoutedDialog> Messages()
-    {
-        static const winlayer::MessageEntry<RoutedDialog> table[] = {
-            {WM_INITDIALOG, 0, &RoutedDialog::OnInitDialog},
-            {WM_COMMAND, IDOK, &RoutedDialog::OnOK},
-        };
-        return winlayer::MakeTable(table);
-    }
-    std::wstring seenText;
-    LRESULT OnInitDialog(WPARAM, LPARAM, bool&)
-    {
-        SetItemText(IDC_SAVE_TIME, L"typed");
-        SetItemInt(IDC_SAVE_DAYS, -42, true);
-        ::PostMessageW(hwnd_, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
-        return 1;
-    }
-    LRESULT OnOK(WPARAM, LPARAM, bool&)
-    {
-        wchar_t text[32];
-        GetItemText(IDC_SAVE_TIME, text, 32);
-        seenText = text;
-        EndDialog(GetItemInt(IDC_SAVE_DAYS, true));
-        return 0;
-    }
-};
-
-TEST(DialogLayer, RoutesInitialisationAndCommandsAndEndsWithTheResult)
-{
-    HMODULE english = ::LoadLibraryExW(
-        (testing_support::InstallDir() + L"\\Lang\\EN\\OrielEN.dll").c_str(), nullptr,
-        LOAD_LIBRARY_AS_DATAFILE);
-    ASSERT_NE(nullptr, english);
-    winlayer::SetResourceModule(english);
-    RoutedDialog dialog;
-    EXPECT_EQ(-42, dialog.DoModal(nullptr));
-    EXPECT_EQ(L"typed", dialog.seenText);
-    winlayer::SetResourceModule(nullptr);
-    ::FreeLibrary(english);
 }
 
 } // namespace
