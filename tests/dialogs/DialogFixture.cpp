@@ -13,19 +13,9 @@ public:
     void SetUp() override
     {
         ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        module_ = ::LoadLibraryW((testing_support::InstallDir() + L"\\Lang\\EN\\OrielEN.dll").c_str());
-        ASSERT_NE(nullptr, module_);
-        winlayer::SetResourceModule(module_);
+        testing_support::UseEnglishModule();
     }
-    void TearDown() override
-    {
-        winlayer::SetResourceModule(nullptr);
-        ::FreeLibrary(module_);
-        ::CoUninitialize();
-    }
-
-private:
-    HMODULE module_ = nullptr;
+    void TearDown() override { ::CoUninitialize(); }
 };
 
 const auto* const environment = ::testing::AddGlobalTestEnvironment(new EnglishDialogs);

@@ -163,12 +163,4 @@ TEST_F(RingTest, ViewIsAskedAfterEveryCounterHasMoved)
     EXPECT_EQ(view.writePosSeen, 0);
 }
 
-TEST_F(RingTest, OutOfRangeWritePosStoresNothing)
-{
-    ring->writePos = kRingSlots;
-    EXPECT_EQ(ring->AddMessage(L"lost"), 1);
-    EXPECT_EQ(ring->lineCount, 0);
-    EXPECT_EQ(ring->writePos, kRingSlots);
-}
-
 } // namespace

@@ -48,7 +48,6 @@ TEST_F(PrintSetupTest, OkRefusesFieldByFieldWithTheFocusThereThenTakesTheRange)
         int focus;
     } rows[] = {
         {nullptr, {}, L"This field must not be empty.", 229},
-        {kBetweenFrom, {L"2023", L"2", L"29", L"10", L"0", L"0"}, L"The day must be between 1 and 28.", 231},
         // The first record came at 10:00:00.500: a whole second before it is out.
         {kBetweenFrom, {L"2026", L"3", L"3", L"10", L"0", L"0"}, outside, 229},
         {kBetweenFrom, {L"2026", L"3", L"3", L"10", L"0", L"40"}, L"This field must not be empty.", 241},

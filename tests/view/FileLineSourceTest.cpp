@@ -23,11 +23,7 @@ protected:
     // A saved log of `count` records "saved N", shown in a browser view.
     void ShowLog(size_t count, int lines, const std::wstring& version = L"7.000000")
     {
-        std::vector<unsigned char> image = MakeLogImage(version, count);
-        SYSTEMTIME stamp = {2026, 3, 2, 3, 14, 5, 0, 0};
-        for (size_t i = 0; i < count; ++i)
-            PutLogRecord(image, i, L"saved " + std::to_wstring(i), stamp);
-        testing_support::WriteFileBytes(path, image);
+        testing_support::WriteFileBytes(path, LogImage(NumberedLines(count, L"saved "), version));
         source.SetPath(path.c_str());
         source.SetLineCount(static_cast<int>(count));
         CreateHost(source, kBrowserViewPolicy, lines);
