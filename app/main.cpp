@@ -17,8 +17,9 @@
 
 namespace {
 
-// Fixed for good: other instances find each other by it.
-constexpr wchar_t kInstanceMutexName[] = L"Oriel60_cc9fc917-c9df-4030-83b6-d22437dee555";
+// Fixed for good: other instances, and other programs of the suite, find
+// it by this name, the GUID in registry text form (upper case, no braces).
+constexpr wchar_t kInstanceMutexName[] = L"Oriel60_CC9FC917-C9DF-4030-83B6-D22437DEE555";
 
 LogInfoConfig logInfoConfig;
 
@@ -101,6 +102,9 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int)
         ::Sleep(1000);
     }
 
+    // Terminating the module: nothing is left to undo.  The class objects
+    // were revoked above, the monitor closes its own event, and the lock
+    // count is a plain counter.
     ::CoUninitialize();
     ::CloseHandle(mutex);
     ::FreeLibrary(language);

@@ -2,6 +2,8 @@
 
 #include <oleauto.h>
 
+#include <string>
+
 #include "intake/IntakeResources.h"
 #include "intake/Registrar.h"
 
@@ -27,7 +29,11 @@ HRESULT WithOwnTypeLib(HMODULE module, Use use)
 HRESULT RegisterTypeLibrary(HMODULE module)
 {
     return WithOwnTypeLib(module, [](ITypeLib* typeLib, wchar_t* path) {
-        return ::RegisterTypeLib(typeLib, path, nullptr);
+        // The program's folder, up to and with its last backslash, is the
+        // library's help directory, as the component library registers it.
+        std::wstring helpDirectory = path;
+        helpDirectory.erase(helpDirectory.find_last_of(L"\\/") + 1);
+        return ::RegisterTypeLib(typeLib, path, &helpDirectory[0]);
     });
 }
 

@@ -83,6 +83,10 @@ TEST(Intake, OneInstanceRunsAndTheToolFeedsItThroughBothRoads)
     RunningProgram program(RegisteredCopy());
     const HWND window = program.Window();
     ASSERT_NE(nullptr, window);
+    // Other programs of the suite look for it by this name.
+    HANDLE mutex = ::OpenMutexW(SYNCHRONIZE, FALSE, L"Oriel60_CC9FC917-C9DF-4030-83B6-D22437DEE555");
+    EXPECT_NE(nullptr, mutex);
+    ::CloseHandle(mutex);
     EXPECT_EQ(kExitRefused, RegisteredCopy().Run(L""));
     EXPECT_EQ(kExitRefused, RegisteredCopy().Run(L"/RegServer"));
     EXPECT_EQ(0, SendAtomLine(window, L"still here"));

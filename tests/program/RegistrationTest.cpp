@@ -50,6 +50,7 @@ void ExpectRegistered()
     EXPECT_FALSE(KeyExists(classKey + L"\\InprocServer32"));
     EXPECT_EQ(L"Oriel 1.0 Type Library", Value(L"TypeLib\\" + kLibId + L"\\1.0"));
     EXPECT_TRUE(KeyExists(L"TypeLib\\" + kLibId + L"\\1.0\\409\\win64"));
+    EXPECT_EQ(RegisteredCopy().Dir() + L"\\", Value(L"TypeLib\\" + kLibId + L"\\1.0\\HELPDIR"));
 }
 
 TEST(Registration, SwitchesWriteAndRemoveExactlyTheServersKeys)
