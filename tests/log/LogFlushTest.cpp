@@ -202,8 +202,12 @@ TEST_F(FlushTest, TimedFlushEverySaveTimeSeconds)
     EXPECT_EQ(writer.FlushTicks(), 0u);
     EXPECT_EQ(ReadLog().records.size(), 5u);
 
-    // A nearly full ring is written at once, whatever the count of seconds.
-    AddLines(5, 4001);
+    // A nearly full ring, more than 4000 records, is written at once,
+    // whatever the count of seconds.
+    AddLines(5, 4000);
+    EXPECT_EQ(writer.OnTimer(LogTimer::Flush), 0);
+    EXPECT_EQ(ring->PendingCount(), 4000);
+    ring->AddMessage(L"one more");
     EXPECT_EQ(writer.OnTimer(LogTimer::Flush), 0);
     EXPECT_EQ(ring->PendingCount(), 0);
     EXPECT_EQ(writer.FlushTicks(), 0u);
