@@ -9,6 +9,9 @@
 #include "support/TestFiles.h"
 #include "support/ViewInput.h"
 #include "view/FileLineSource.h"
+#include "view/RecordLine.h"
+
+#include <cwchar>
 #include "winlayer/Resources.h"
 
 namespace {
@@ -49,6 +52,16 @@ TEST_F(FileLinesTest, ReadsPagesWhileTheWriterHoldsTheFile)
     ::CloseHandle(writer);
     EXPECT_EQ(INVALID_HANDLE_VALUE, source.File()) << "closed after each refill";
     EXPECT_TRUE(boxes.Boxes().empty());
+}
+
+TEST(RecordLine, DateTimeThenAllOfAFull128UnitText)
+{
+    testing_support::UseEnglishModule();
+    MessageRecord record = {{2026, 11, 1, 23, 14, 5, 9, 123}, {}};
+    std::wmemset(record.text, L'x', kMessageTextUnits);
+    wchar_t line[kRecordLineBuffer];
+    FormatRecordLine(line, &record);
+    EXPECT_EQ(L"2026-11-23 14:05:09.123  " + std::wstring(kMessageTextUnits, L'x'), line);
 }
 
 TEST_F(FileLinesTest, NegativeTopLinesAreReadAsTheyStand)

@@ -116,6 +116,16 @@ TEST_F(MessWndFixture, LiveViewFollowsOnlyAtTheBottomAndLagsOnceTheRingIsFull)
     EXPECT_EQ(L"line 4999", LastPageText());
 }
 
+// Unwritten lines complete a page the file leaves short, and nothing follows them.
+TEST_F(MessWndFixture, PendingLinesCompleteAShortPage)
+{
+    Open(3);
+    window->AddMessage(L"pending 1");
+    window->AddMessage(L"pending 2");
+    EXPECT_EQ(5, window->View().PageCount());
+    EXPECT_EQ(L"pending 2", LastPageText());
+}
+
 TEST_F(MessWndFixture, ALogOfANewerFormatIsRefusedOnRefresh)
 {
     Open(500);
