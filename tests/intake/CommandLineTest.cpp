@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "server/CommandLine.h"
+#include "server/ProgramFiles.h"
 
 namespace {
 
@@ -40,6 +41,12 @@ TEST(ScanCommandLine, SwitchCharactersInTheProgramPathMatchNothing)
     EXPECT_EQ(SwitchAction::Register, ScanCommandLine(L"Z:/opt/oriel-6/Oriel.exe -RegServer"));
     EXPECT_EQ(SwitchAction::Run, ScanCommandLine(L"C:\\Oriel\\Oriel.exe -Embedding"));
     EXPECT_EQ(SwitchAction::Run, ScanCommandLine(L"C:\\Oriel\\Oriel.exe /Automation"));
+}
+
+// Settings, icon and language paths are the directory and a name appended.
+TEST(ProgramDirectoryOf, KeepsTheBackslashThatNamesAreAppendedTo)
+{
+    EXPECT_EQ(L"C:\\Suite\\Bin\\", ProgramDirectoryOf(L"C:\\Suite\\Bin\\Oriel.exe"));
 }
 
 } // namespace
