@@ -26,6 +26,10 @@ have_pkg fonts-wine || need+=(fonts-wine)
 have_pkg fonts-liberation2 || need+=(fonts-liberation2)
 [ -f /usr/src/googletest/CMakeLists.txt ] || need+=(googletest)
 have_cmd python3 || need+=(python3)
+# The Windows Installer package: wixl builds it, msitools' msibuild adds the
+# rows wixl cannot write and msiinfo reads it back in the tests.
+have_cmd wixl || need+=(wixl)
+have_cmd msibuild || need+=(msitools)
 # The printing tests: a private print server with a PDF printer, and the
 # tools that read the printed pages back.
 have_pkg cups || need+=(cups)
