@@ -1,13 +1,9 @@
 #include "OutsideBoxes.h"
+#include "TestFiles.h"
 
 #include <algorithm>
 
 namespace {
-
-struct Search {
-    DWORD processId;
-    std::vector<ProcessBox> boxes;
-};
 
 // A static control may keep the text's line breaks; the texts compared are without them.
 std::wstring Trimmed(std::wstring text)
@@ -15,25 +11,6 @@ std::wstring Trimmed(std::wstring text)
     while (!text.empty() && (text.back() == L'\r' || text.back() == L'\n' || text.back() == L' '))
         text.pop_back();
     return text;
-}
-
-BOOL CALLBACK CollectBox(HWND window, LPARAM context)
-{
-    auto* search = reinterpret_cast<Search*>(context);
-    DWORD owner = 0;
-    ::GetWindowThreadProcessId(window, &owner);
-    wchar_t className[16] = {};
-    ::GetClassNameW(window, className, 16);
-    // A box being closed is hidden first; it no longer counts.
-    if (owner != search->processId || std::wstring(className) != L"#32770" ||
-        !::IsWindowVisible(window) || ::GetDlgItem(window, 0xFFFF) == nullptr)
-        return TRUE;
-    wchar_t text[1024] = {};
-    wchar_t caption[256] = {};
-    ::GetDlgItemTextW(window, 0xFFFF, text, 1024);
-    ::GetWindowTextW(window, caption, 256);
-    search->boxes.push_back({window, Trimmed(text), caption, ::GetWindow(window, GW_OWNER)});
-    return TRUE;
 }
 
 bool Contains(const std::vector<HWND>& windows, HWND window)
@@ -55,9 +32,18 @@ bool ProcessEnded(DWORD processId)
 
 std::vector<ProcessBox> OpenBoxes(DWORD processId)
 {
-    Search search{processId, {}};
-    ::EnumWindows(&CollectBox, reinterpret_cast<LPARAM>(&search));
-    return search.boxes;
+    std::vector<ProcessBox> boxes;
+    for (HWND window : testing_support::WindowsOf(processId, L"#32770")) {
+        // A box being closed is hidden first; it no longer counts.
+        if (!::IsWindowVisible(window) || ::GetDlgItem(window, 0xFFFF) == nullptr)
+            continue;
+        wchar_t text[1024] = {};
+        wchar_t caption[256] = {};
+        ::GetDlgItemTextW(window, 0xFFFF, text, 1024);
+        ::GetWindowTextW(window, caption, 256);
+        boxes.push_back({window, Trimmed(text), caption, ::GetWindow(window, GW_OWNER)});
+    }
+    return boxes;
 }
 
 ProcessBox WaitForNewBox(DWORD processId, const std::vector<HWND>& seen, DWORD timeoutMs)

@@ -199,36 +199,35 @@ DWORD RunningProcess::Wait(DWORD timeoutMs)
     return exitCode;
 }
 
-namespace {
-struct WindowSearch {
-    DWORD processId;
-    const wchar_t* className;
-    HWND found;
-};
-
-BOOL CALLBACK MatchWindow(HWND hwnd, LPARAM param)
+std::vector<HWND> WindowsOf(DWORD processId, const wchar_t* className)
 {
-    auto* search = reinterpret_cast<WindowSearch*>(param);
-    DWORD owner = 0;
-    ::GetWindowThreadProcessId(hwnd, &owner);
-    wchar_t className[128] = {};
-    ::GetClassNameW(hwnd, className, 128);
-    if (owner == search->processId && std::wstring(className) == search->className) {
-        search->found = hwnd;
-        return FALSE;
-    }
-    return TRUE;
+    struct Search {
+        DWORD processId;
+        const wchar_t* className;
+        std::vector<HWND> found;
+    } search = {processId, className, {}};
+    ::EnumWindows(
+        [](HWND window, LPARAM param) {
+            auto* s = reinterpret_cast<Search*>(param);
+            DWORD owner = 0;
+            ::GetWindowThreadProcessId(window, &owner);
+            wchar_t name[128] = {};
+            ::GetClassNameW(window, name, 128);
+            if (owner == s->processId && std::wstring(name) == s->className)
+                s->found.push_back(window);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
 }
-} // namespace
 
 HWND RunningProcess::FindWindowOfClass(const wchar_t* className, DWORD timeoutMs) const
 {
     const ULONGLONG deadline = ::GetTickCount64() + timeoutMs;
     for (;;) {
-        WindowSearch search = {info_.dwProcessId, className, nullptr};
-        ::EnumWindows(&MatchWindow, reinterpret_cast<LPARAM>(&search));
-        if (search.found != nullptr || ::GetTickCount64() >= deadline)
-            return search.found;
+        const std::vector<HWND> found = WindowsOf(info_.dwProcessId, className);
+        if (!found.empty() || ::GetTickCount64() >= deadline)
+            return found.empty() ? nullptr : found.front();
         if (::WaitForSingleObject(info_.hProcess, 50) == WAIT_OBJECT_0)
             return nullptr;
     }

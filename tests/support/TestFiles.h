@@ -49,6 +49,9 @@ void WriteFileBytes(const std::wstring& path, const std::vector<unsigned char>& 
 std::vector<unsigned char> ReadFileBytes(const std::wstring& path);
 bool FileExists(const std::wstring& path);
 
+// The top-level windows of a process with this class, visible or not.
+std::vector<HWND> WindowsOf(DWORD processId, const wchar_t* className);
+
 // Exit code RunProcess reports for a program that did not end in time.
 constexpr DWORD kStillRunning = 0x7fffffff;
 
