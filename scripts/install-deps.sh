@@ -26,6 +26,10 @@ have_pkg fonts-wine || need+=(fonts-wine)
 have_pkg fonts-liberation2 || need+=(fonts-liberation2)
 [ -f /usr/src/googletest/CMakeLists.txt ] || need+=(googletest)
 have_cmd python3 || need+=(python3)
+# What qxltool's output is fed into in its tests: jq, GNU grep and a collector.
+have_cmd jq || need+=(jq)
+have_cmd grep || need+=(grep)
+have_pkg rsyslog || need+=(rsyslog)
 # The printing tests: a private print server with a PDF printer, and the
 # tools that read the printed pages back.
 have_pkg cups || need+=(cups)
