@@ -1,48 +1,11 @@
-// The tool's pure text rules: encodings, times, filters and the command line.
+// The tool's pure text rules: times, filters and the command line.  The
+// encodings are proven by the tools that read them, in consumers_test.py.
 #include <gtest/gtest.h>
 
 #include "app/LanguageModule.h"
 #include "tools/qxltool/QxlOptions.h"
-#include "tools/qxltool/TextEncoding.h"
 #include "tools/qxltool/TimeText.h"
 #include "tools/qxltool/ToolLanguage.h"
-
-namespace {
-
-std::string Json(const std::wstring& text)
-{
-    std::string out;
-    AppendJsonString(out, text.data(), text.size());
-    return out;
-}
-
-std::string Csv(const std::wstring& text)
-{
-    std::string out;
-    AppendCsvField(out, text.data(), text.size());
-    return out;
-}
-
-} // namespace
-
-TEST(TextEncoding, WritesValidUtf8AndTheExactUnitsWhereThatChangedTheText)
-{
-    // A pair is one four-byte character; a lone half, high or low, is U+FFFD.
-    const std::wstring halves = L"\xD83D\xDE00 \xD83D" L"b\xDE00\xD83D";
-    EXPECT_EQ("\xF0\x9F\x98\x80 \xEF\xBF\xBD" "b\xEF\xBF\xBD\xEF\xBF\xBD", ToUtf8(halves));
-    EXPECT_TRUE(HasLoneSurrogate(halves.data(), halves.size()));
-    EXPECT_TRUE(HasLoneSurrogate(L"\xDE00", 1));
-    EXPECT_FALSE(HasLoneSurrogate(L"\xD83D\xDE00\xFFFD", 3));
-    EXPECT_EQ("\"\\\\ \\t\\r\\n\\b\\f\\u0001\\u001f\x7F \xF0\x9F\x98\x80 \xEF\xBF\xBD\"",
-              Json(L"\\ \t\r\n\b\f\x01\x1F\x7F \xD83D\xDE00 \xDE00"));
-    // A text line shows control characters as their pictures: one record, one line.
-    std::string line;
-    AppendLineText(line, L"a\tb\r\n\x01\x7F\xD800", 8);
-    EXPECT_EQ("a\xE2\x90\x89" "b\xE2\x90\x8D\xE2\x90\x8A\xE2\x90\x81\xE2\x90\xA1\xEF\xBF\xBD", line);
-    EXPECT_EQ("plain text", Csv(L"plain text"));
-    EXPECT_EQ("\"two\nlines\r\"", Csv(L"two\nlines\r"));
-    EXPECT_EQ("\" padded \"", Csv(L" padded "));
-}
 
 TEST(TimeText, ReadsEachFormAndFillsLeftOutPartsByTheEndOfTheSpan)
 {
