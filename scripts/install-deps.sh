@@ -30,6 +30,10 @@ have_cmd python3 || need+=(python3)
 # rows wixl cannot write and msiinfo reads it back in the tests.
 have_cmd wixl || need+=(wixl)
 have_cmd msibuild || need+=(msitools)
+# What qxltool's output is fed into in its tests: jq, GNU grep and a collector.
+have_cmd jq || need+=(jq)
+have_cmd grep || need+=(grep)
+have_pkg rsyslog || need+=(rsyslog)
 # The printing tests: a private print server with a PDF printer, and the
 # tools that read the printed pages back.
 have_pkg cups || need+=(cups)

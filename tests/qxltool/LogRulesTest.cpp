@@ -133,18 +133,20 @@ TEST(RangeFiles, ChoosesEveryFileWithRecordsInTheRangeAndNoneStartingAfterIt)
 TEST(LogCheck, FindsDamageInRecordsAndTimeGoingBackwards)
 {
     LogChecker checker;
-    checker.BeginFile(L"2611231405.qxl", 272 * 6 + 100, CheckFindings::Header::Accepted);
+    checker.BeginFile(L"2611231405.qxl", 272 * 7 + 100, CheckFindings::Header::Accepted);
     checker.Record(1, Record(At(14, 5, 0), L"a"));
     checker.Record(2, MessageRecord{});
     checker.Record(3, Record(SYSTEMTIME{2026, 13, 0, 1, 0, 0, 0, 0}, L"bad month"));
     checker.Record(4, Record(At(14, 4, 0), L"back"));
     checker.Record(5, MessageRecord{});
+    checker.Record(6, Record(At(14, 4, 0), L"same time: not backwards"));
     CheckFindings f = checker.EndFile();
-    EXPECT_EQ(5, f.records);
+    EXPECT_EQ(6, f.records);
     EXPECT_EQ(100, f.tornBytes);
     EXPECT_EQ(2, f.zeroSlots.count);
     EXPECT_EQ(3, f.badTimes.firstSlot);
     EXPECT_EQ(4, f.backwards.firstSlot);
+    EXPECT_EQ(1, f.backwards.count);
     EXPECT_TRUE(f.Damaged());
 
     // Time going back is a warning only, also from one file to the next.

@@ -1,40 +1,11 @@
-// The tool's pure text rules: encodings, times, filters and the command line.
+// The tool's pure text rules: times, filters and the command line.  The
+// encodings are proven by the tools that read them, in consumers_test.py.
 #include <gtest/gtest.h>
 
 #include "app/LanguageModule.h"
 #include "tools/qxltool/QxlOptions.h"
-#include "tools/qxltool/TextEncoding.h"
 #include "tools/qxltool/TimeText.h"
 #include "tools/qxltool/ToolLanguage.h"
-
-namespace {
-
-std::string Json(const std::wstring& text)
-{
-    std::string out;
-    AppendJsonString(out, text.data(), text.size());
-    return out;
-}
-
-std::string Csv(const std::wstring& text)
-{
-    std::string out;
-    AppendCsvField(out, text.data(), text.size());
-    return out;
-}
-
-} // namespace
-
-TEST(TextEncoding, KeepsEveryCodeUnitAsUtf8JsonAndCsv)
-{
-    // A pair is one four-byte character; a lone half keeps its three-byte form.
-    EXPECT_EQ("\xF0\x9F\x98\x80 \xED\xA0\xBD" "b\xED\xB8\x80\xED\xA0\xBD", ToUtf8(L"\xD83D\xDE00 \xD83D" L"b\xDE00\xD83D"));
-    EXPECT_EQ("\"\\\\ \\t\\r\\n\\b\\f\\u0001\\u001f\x7F \xF0\x9F\x98\x80 \\ude00\"",
-              Json(L"\\ \t\r\n\b\f\x01\x1F\x7F \xD83D\xDE00 \xDE00"));
-    EXPECT_EQ("plain text", Csv(L"plain text"));
-    EXPECT_EQ("\"two\nlines\r\"", Csv(L"two\nlines\r"));
-    EXPECT_EQ("\" padded \"", Csv(L" padded "));
-}
 
 TEST(TimeText, ReadsEachFormAndFillsLeftOutPartsByTheEndOfTheSpan)
 {

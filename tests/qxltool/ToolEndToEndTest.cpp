@@ -1,7 +1,8 @@
-// The real qxltool.exe on logs the tests write: golden outputs, a filtered
-// range across a rollover, check on damaged files, conversion and the
-// errors a script sees.  The rules behind them are tested directly in
-// LogRulesTest and TextRulesTest.
+// The real qxltool.exe on logs the tests write: a filtered range across a
+// rollover, check on damaged files, conversion and the errors a script
+// sees.  Every format, read by the tools it is written for, is checked in
+// consumers_test.py; the rules behind them directly in LogRulesTest and
+// TextRulesTest.
 #include <gtest/gtest.h>
 
 
@@ -37,37 +38,6 @@ protected:
 
 } // namespace
 
-TEST_F(ToolOnLogSet, DumpsInEachFormat)
-{
-    ToolResult r = RunTool({L"dump", L"--lang", L"en", dir.Path()});
-    EXPECT_EQ(0u, r.exitCode) << r.err;
-    EXPECT_EQ("2026-11-23 14:05:00.000  Pump P-101 started\n"
-              "2026-11-23 14:05:30.250  Valve V-7, \"open\"\n"
-              "2026-11-23 14:05:59.999  " + kPump + "\n"
-              "2026-11-23 14:06:00.001  Tank T-1 high\n"
-              "2026-11-23 14:06:10.000  \n",
-              r.out);
-    EXPECT_EQ("", r.err);
-
-    r = RunTool({L"dump", L"--csv", dir.Path()});
-    EXPECT_EQ("time,file,slot,text\n"
-              "2026-11-23T14:05:00.000,2611231405.qxl,1,Pump P-101 started\n"
-              "2026-11-23T14:05:30.250,2611231405.qxl,2,\"Valve V-7, \"\"open\"\"\"\n"
-              "2026-11-23T14:05:59.999,2611231405.qxl,3," + kPump + "\n"
-              "2026-11-23T14:06:00.001,2611231406.qxl,1,Tank T-1 high\n"
-              "2026-11-23T14:06:10.000,2611231406.qxl,2,\n",
-              r.out);
-
-    // Files named one by one come out in name-time order all the same.
-    r = RunTool({L"dump", L"--json", dir / L"2611231406.qxl", dir / L"2611231405.qxl"});
-    EXPECT_EQ("{\"time\":\"2026-11-23T14:05:00.000\",\"file\":\"2611231405.qxl\",\"slot\":1,\"text\":\"Pump P-101 started\"}\n"
-              "{\"time\":\"2026-11-23T14:05:30.250\",\"file\":\"2611231405.qxl\",\"slot\":2,\"text\":\"Valve V-7, \\\"open\\\"\"}\n"
-              "{\"time\":\"2026-11-23T14:05:59.999\",\"file\":\"2611231405.qxl\",\"slot\":3,\"text\":\"" + kPump + "\"}\n"
-              "{\"time\":\"2026-11-23T14:06:00.001\",\"file\":\"2611231406.qxl\",\"slot\":1,\"text\":\"Tank T-1 high\"}\n"
-              "{\"time\":\"2026-11-23T14:06:10.000\",\"file\":\"2611231406.qxl\",\"slot\":2,\"text\":\"\"}\n",
-              r.out);
-}
-
 TEST_F(ToolOnLogSet, AFilteredRangeReadsAcrossTheRollover)
 {
     ToolResult r = RunTool({L"dump", L"--iso", L"--from", L"2026-11-23 14:05:30.250", L"--to",
@@ -101,15 +71,6 @@ TEST_F(ToolOnLogSet, ErrorsTellWhatWentWrongWithTheirOwnExitCode)
     EXPECT_EQ(Code(kExitRefused), r.exitCode);
     EXPECT_EQ("5\n", r.out);
     EXPECT_NE(std::string::npos, r.err.find("2611231407.qxl: written by a newer version"));
-}
-
-TEST(ToolText, AFullRecordTextIsWrittenWholeWithItsLoneHalfEscaped)
-{
-    TempDir dir;
-    WriteFileBytes(dir / L"2611231405.qxl",
-                   LogImage({{std::wstring(127, L'x') + L"\xD83D", LocalAt(23, 14, 5, 3)}}));
-    const ToolResult r = RunTool({L"dump", L"--json", dir.Path()});
-    EXPECT_NE(std::string::npos, r.out.find("\"text\":\"" + std::string(127, 'x') + "\\ud83d\"}")) << r.out;
 }
 
 TEST(ToolCheck, ReportsDamageAndExitsWithOne)

@@ -1,6 +1,5 @@
 #include "ToolTestSupport.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 
@@ -9,16 +8,6 @@ using namespace testing_support;
 SYSTEMTIME LocalAt(WORD day, WORD hour, WORD minute, WORD second, WORD ms)
 {
     return SYSTEMTIME{2026, 11, 0, day, hour, minute, second, ms};
-}
-
-void AppendRecord(const std::wstring& path, const LogLine& record)
-{
-    const std::vector<unsigned char> image = LogImage({record});
-    HANDLE file = ::CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    DWORD written = 0;
-    ::WriteFile(file, image.data() + 272, 272, &written, nullptr);
-    ::CloseHandle(file);
 }
 
 namespace {
@@ -34,11 +23,6 @@ std::string FileText(const std::wstring& path)
 {
     const std::vector<unsigned char> bytes = ReadFileBytes(path);
     return std::string(bytes.begin(), bytes.end());
-}
-
-BOOL WINAPI SwallowCtrlC(DWORD)
-{
-    return TRUE;
 }
 
 } // namespace
@@ -81,33 +65,6 @@ std::string ToolProcess::Out() const
 std::string ToolProcess::Err() const
 {
     return FileText(files_ / L"err");
-}
-
-bool ToolProcess::WaitForErr(const std::string& text) const
-{
-    return WaitUntil([&] { return Err().find(text) != std::string::npos; }, 5000);
-}
-
-bool ToolProcess::WaitForOutLines(size_t lines) const
-{
-    return WaitUntil([&] {
-        const std::string out = Out();
-        return static_cast<size_t>(std::count(out.begin(), out.end(), '\n')) >= lines;
-    }, 5000);
-}
-
-void ToolProcess::PressCtrlC() const
-{
-    // Only a process of the same console can raise the event: join the
-    // tool's for the moment, with a handler that keeps the event from ending
-    // the test.  (A null handler would ignore Ctrl+C, and that setting is
-    // inherited: the next tool started would ignore it too.)
-    ::FreeConsole();
-    if (!::AttachConsole(info_.dwProcessId))
-        throw std::runtime_error("cannot attach to the console of qxltool.exe");
-    ::SetConsoleCtrlHandler(&SwallowCtrlC, TRUE);
-    ::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
-    ::FreeConsole();
 }
 
 DWORD ToolProcess::Wait(DWORD timeoutMs) const

@@ -9,9 +9,6 @@
 
 // A day of November 2026, as the tool's test logs are stamped.
 SYSTEMTIME LocalAt(WORD day, WORD hour, WORD minute, WORD second, WORD ms = 0);
-// Appends one record with one write at the end, as the window appends: a
-// follower never sees the file shorter than before.
-void AppendRecord(const std::wstring& path, const LogLine& record);
 
 // qxltool.exe from the installation folder as a real process, in a console
 // of its own without a window, its output going to files the test reads.
@@ -25,11 +22,6 @@ public:
     // What it has written so far to standard output and standard error.
     std::string Out() const;
     std::string Err() const;
-    // Waits until Err() holds `text`, or Out() `lines` lines; false on time-out.
-    bool WaitForErr(const std::string& text) const;
-    bool WaitForOutLines(size_t lines) const;
-    // Ctrl+C, as a user presses it in the tool's console.
-    void PressCtrlC() const;
     // Its exit code, or testing_support::kStillRunning after `timeoutMs`.
     DWORD Wait(DWORD timeoutMs) const;
 

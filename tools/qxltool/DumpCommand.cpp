@@ -68,7 +68,7 @@ int RunDump(const QxlOptions& options, const wchar_t* lineFormat)
         return exitCode;
 
     OutputStream output(STD_OUTPUT_HANDLE);
-    const RecordFormatter formatter(options.format, lineFormat);
+    const RecordFormatter formatter(options.format, lineFormat, options.csvUnits);
     if (!options.count)
         formatter.AppendHeading(output.Buffer());
     RecordPrinter printer(formatter, filter, options.range, options.count, output);

@@ -4,6 +4,12 @@
 #include "tools/qxltool/ExitCodes.h"
 #include "tools/qxltool/LogSet.h"
 #include "tools/qxltool/RecordPrinter.h"
+#include "tools/qxltool/TextEncoding.h"
+
+#include "log/LogDirectory.h"
+
+#include <algorithm>
+#include <cwchar>
 
 namespace {
 
@@ -19,45 +25,111 @@ BOOL WINAPI OnConsoleControl(DWORD type)
     return TRUE;
 }
 
-// The newest log file of `directory` by the time in its name; empty when
-// it holds none.
-LogFileEntry NewestLogFile(const std::wstring& directory)
+// The log files of `directory` in log order, with `extra` among them (a
+// file that need not exist any longer) when it is given.
+std::vector<LogFileEntry> OrderedLogFiles(const std::wstring& directory, const LogFileEntry& extra)
 {
     std::vector<LogFileEntry> files;
     std::wstring missing;
     CollectLogSet({directory}, files, missing);
-    files = OrderLogSet(std::move(files));
-    return files.empty() ? LogFileEntry() : files.back();
+    if (!extra.path.empty())
+        files.push_back(extra);
+    return OrderLogSet(std::move(files));
 }
 
-// Follows the newest file of a directory as the window appends to it, and
-// moves on to each file the window starts.  After a rollover the window
-// still writes its pending records into the old file, so the old file is
-// read once more, one look later, before the new one.
+// The position file: one line "NAME SLOT", the file follow reads and the
+// slot it reads next there.  It is written whole under a new name and then
+// put in place, so that a follow ended at any moment leaves one that reads.
+bool ReadPosition(const std::wstring& path, std::wstring& name, long long& slot)
+{
+    HANDLE file = ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    char bytes[512];
+    DWORD read = 0;
+    const BOOL ok = ::ReadFile(file, bytes, sizeof(bytes), &read, nullptr);
+    ::CloseHandle(file);
+    wchar_t text[512];
+    const int units = ok ? ::MultiByteToWideChar(CP_UTF8, 0, bytes, static_cast<int>(read), text, 511) : 0;
+    const std::wstring line(text, static_cast<std::size_t>(units));
+    const std::size_t space = line.rfind(L' ');
+    if (space == std::wstring::npos || space == 0)
+        return false;
+    wchar_t* end = nullptr;
+    slot = std::wcstoll(line.c_str() + space + 1, &end, 10);
+    name = line.substr(0, space);
+    return slot >= 1 && end != line.c_str() + space + 1 && (*end == L'\0' || *end == L'\n');
+}
+
+bool WritePosition(const std::wstring& path, const std::wstring& name, long long slot)
+{
+    const std::string line = ToUtf8(name) + " " + std::to_string(slot) + "\n";
+    const std::wstring fresh = path + L".new";
+    HANDLE file = ::CreateFileW(fresh.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    DWORD written = 0;
+    const BOOL ok = ::WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr) &&
+                    written == line.size();
+    ::CloseHandle(file);
+    return ok && ::MoveFileExW(fresh.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+}
+
+// Follows a directory's log as the window appends to it: the current file
+// to its end, then the file after it in log order, from its start, so that
+// no record is skipped even when several files came while nobody looked.
+// After a rollover the window still writes its pending records into the
+// old file, so the old file is read once more, one look later, before the
+// next.  Where a read stops, the next look goes on: no record comes twice.
 class Follower {
 public:
-    Follower(const std::wstring& directory, RecordPrinter& printer, OutputStream& output)
-        : directory_(directory), printer_(printer), output_(output)
+    Follower(const std::wstring& directory, const std::wstring& positionFile, RecordPrinter& printer,
+             OutputStream& output)
+        : directory_(directory), positionFile_(positionFile), printer_(printer), output_(output)
     {
     }
 
-    // One look at the directory and the current file; an exit code when
-    // following has to end.
+    // False, with the exit code, when the position file is there but says nothing.
+    bool Resume(int& exitCode)
+    {
+        if (positionFile_.empty() || ::GetFileAttributesW(positionFile_.c_str()) == INVALID_FILE_ATTRIBUTES)
+            return true;
+        std::wstring name;
+        long long slot = 0;
+        if (!ReadPosition(positionFile_, name, slot)) {
+            ReportError(positionFile_ + L": not a position: a line \"NAME SLOT\" is expected");
+            exitCode = kExitUnreadable;
+            return false;
+        }
+        wchar_t path[MAX_PATH];
+        JoinLogPath(path, directory_.c_str(), name.c_str());
+        Start(MakeLogFileEntry(path), slot);
+        started_ = true;
+        return true;
+    }
+
+    // One look at the directory and the current file; false, with the exit
+    // code, when following has to end.
     bool Look(int& exitCode)
     {
-        const LogFileEntry newest = NewestLogFile(directory_);
+        const std::vector<LogFileEntry> files = OrderedLogFiles(directory_, current_);
         if (current_.path.empty()) {
-            // The file there at the start is followed from its end, one that
-            // appears later from its first record.
+            // The file there at the start is followed from its end, files
+            // that appear later from their first record.
             const bool atStart = !started_;
             started_ = true;
-            if (newest.path.empty())
+            if (files.empty())
                 return true;
-            Start(newest, atStart ? -1 : 1);
+            Start(atStart ? files.back() : files.front(), atStart ? -1 : 1);
         }
         if (!ReadNewRecords(exitCode))
             return false;
-        if (newest.path.empty() || _wcsicmp(newest.path.c_str(), current_.path.c_str()) == 0) {
+        const auto current = std::find_if(files.begin(), files.end(), [&](const LogFileEntry& file) {
+            return _wcsicmp(file.path.c_str(), current_.path.c_str()) == 0;
+        });
+        if (current == files.end() || current + 1 == files.end()) {
             settling_ = false;
             return true;
         }
@@ -66,7 +138,7 @@ public:
             return true;
         }
         settling_ = false;
-        Start(newest, 1);
+        Start(*(current + 1), 1);
         return ReadNewRecords(exitCode);
     }
 
@@ -110,17 +182,34 @@ private:
         }
         if (nextSlot_ < slots) {
             SlotSpan span{static_cast<int>(nextSlot_), static_cast<int>(slots - 1)};
-            if (printer_.Print(reader, current_.name, span))
-                nextSlot_ = slots;
+            printer_.Print(reader, current_.name, span);
+            nextSlot_ = printer_.Reached();
         }
         if (!printer_.OutputOpen() || !output_.Flush()) {
             exitCode = kExitOutputClosed;
             return false;
         }
+        return SavePosition(exitCode);
+    }
+
+    // After the records are written out, never before: a follow ended in
+    // between prints them again rather than leaving them out.
+    bool SavePosition(int& exitCode)
+    {
+        if (positionFile_.empty() || (current_.name == savedName_ && nextSlot_ == savedSlot_))
+            return true;
+        if (!WritePosition(positionFile_, current_.name, nextSlot_)) {
+            ReportError(positionFile_ + L": " + SystemErrorText(::GetLastError()));
+            exitCode = kExitUnreadable;
+            return false;
+        }
+        savedName_ = current_.name;
+        savedSlot_ = nextSlot_;
         return true;
     }
 
     std::wstring directory_;
+    std::wstring positionFile_;
     RecordPrinter& printer_;
     OutputStream& output_;
     LogFileEntry current_;
@@ -128,6 +217,8 @@ private:
     bool started_ = false;
     bool settling_ = false;
     bool announced_ = false;
+    std::wstring savedName_;
+    long long savedSlot_ = 0;
 };
 
 } // namespace
@@ -145,14 +236,16 @@ int RunFollow(const QxlOptions& options, const wchar_t* lineFormat)
         return exitCode;
 
     OutputStream output(STD_OUTPUT_HANDLE);
-    const RecordFormatter formatter(options.format, lineFormat);
+    const RecordFormatter formatter(options.format, lineFormat, options.csvUnits);
     formatter.AppendHeading(output.Buffer());
     RecordPrinter printer(formatter, filter, TimeRange(), false, output);
-    Follower follower(directory, printer, output);
+    Follower follower(directory, options.positionFile, printer, output);
+    int exitCode = kExitOk;
+    if (!follower.Resume(exitCode))
+        return exitCode;
 
     stopEvent = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
     ::SetConsoleCtrlHandler(&OnConsoleControl, TRUE);
-    int exitCode = kExitOk;
     while (follower.Look(exitCode) &&
            ::WaitForSingleObject(stopEvent, options.pollMilliseconds) == WAIT_TIMEOUT) {
     }

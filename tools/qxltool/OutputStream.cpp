@@ -23,8 +23,8 @@ bool OutputStream::Flush()
         return !broken_;
     }
     if (console_) {
-        // Sequences that are not UTF-8 (an unpaired surrogate's form) show
-        // as the replacement character; only the screen sees them.
+        // The buffer is valid UTF-8 (see TextEncoding.h), so the console
+        // gets back the very characters the lines were made of.
         const int size = static_cast<int>(buffer_.size());
         std::vector<wchar_t> wide(buffer_.size());
         const int units = ::MultiByteToWideChar(CP_UTF8, 0, buffer_.data(), size, wide.data(), size);

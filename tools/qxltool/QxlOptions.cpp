@@ -5,10 +5,10 @@
 #include <cwchar>
 
 const char kQxlUsage[] =
-    "usage: qxltool dump [--iso|--csv|--json] [--lang chs|en] [--from TIME] [--to TIME]\n"
-    "                    [--grep TEXT] [--regex RE] [--count] FILE|DIR...\n"
-    "       qxltool follow [--iso|--csv|--json] [--lang chs|en] [--grep TEXT] [--regex RE]\n"
-    "                    [--poll MS] DIR\n"
+    "usage: qxltool dump [--iso|--csv [--utf16le]|--json] [--lang chs|en] [--from TIME]\n"
+    "                    [--to TIME] [--grep TEXT] [--regex RE] [--count] FILE|DIR...\n"
+    "       qxltool follow [--iso|--csv [--utf16le]|--json] [--lang chs|en] [--grep TEXT]\n"
+    "                    [--regex RE] [--poll MS] [--position FILE] DIR\n"
     "       qxltool check FILE|DIR...\n"
     "       qxltool convert [--lang chs|en] FILE.log\n"
     "\n"
@@ -27,6 +27,7 @@ const char kQxlUsage[] =
     "  --csv         header \"time,file,slot,text\", then one row a record\n"
     "  --json        one object a line: {\"time\":\"2026-11-23T14:05:10.250\",\n"
     "                \"file\":\"2611231405.qxl\",\"slot\":1,\"text\":\"...\"}\n"
+    "  --utf16le     with --csv: a fifth column text_utf16le, filled as in JSON\n"
     "  --lang L      the line format of the Chinese (chs) or English (en) module\n"
     "                instead of the one the window chooses\n"
     "  --from TIME   only records at or after TIME (local): YYYY-MM-DD[ hh:mm[:ss[.fff]]]\n"
@@ -36,9 +37,17 @@ const char kQxlUsage[] =
     "  --regex RE    only records whose text matches RE (ECMAScript) somewhere\n"
     "  --count       print only the number of records\n"
     "  --poll MS     how often follow looks for new records (default 250)\n"
+    "  --position F  follow goes on where the file F says (\"2611231405.qxl 18\": that\n"
+    "                file from that slot, then every later file) and rewrites it after\n"
+    "                each batch written, so a restarted follow repeats and skips\n"
+    "                nothing; without F, or while F does not exist, it starts at the end\n"
     "  --help        this text\n"
     "\n"
-    "Output is UTF-8 with \\n line ends.  Exit codes: 0 done; 1 check found damage;\n"
+    "Output is valid UTF-8 with \\n line ends, one record a line, whatever a text holds:\n"
+    "half of a surrogate pair becomes U+FFFD, and then JSON adds \"text_utf16le\", the\n"
+    "text's exact UTF-16LE bytes in hex.  The text and --iso lines show control\n"
+    "characters as their pictures (a line feed as U+240A, a tab as U+2409); CSV\n"
+    "keeps them, quoting a field with a line break; JSON escapes them.  Exit codes: 0 done; 1 check found damage;\n"
     "2 wrong command line; 3 a file or directory missing or unreadable, or no log\n"
     "files; 4 a file refused: written by a newer version or shorter than a header;\n"
     "5 the conversion failed; 6 standard output was closed.\n";
@@ -60,6 +69,7 @@ const OptionRule kOptionRules[] = {
     {L"--from", true, kDump},                {L"--to", true, kDump},
     {L"--grep", true, kDump | kFollow},      {L"--regex", true, kDump | kFollow},
     {L"--count", false, kDump},              {L"--poll", true, kFollow},
+    {L"--utf16le", false, kDump | kFollow},  {L"--position", true, kFollow},
 };
 
 bool ReadCommand(const std::wstring& word, QxlCommand& command, int& bit)
@@ -109,6 +119,10 @@ bool ApplyOption(const std::wstring& name, const std::wstring& value, QxlOptions
         return SetFormat(options, OutputFormat::Json, formatGiven, error);
     if (name == L"--count") {
         options.count = true;
+    } else if (name == L"--utf16le") {
+        options.csvUnits = true;
+    } else if (name == L"--position") {
+        options.positionFile = value;
     } else if (name == L"--grep") {
         options.grep = value;
     } else if (name == L"--regex") {
@@ -148,6 +162,8 @@ bool CheckPaths(const QxlOptions& options, const std::wstring& command, std::wst
         error = command + L" needs " + (options.command == QxlCommand::Follow ? L"a directory" : L"a file");
     else if (single && count > 1)
         error = command + L" takes one " + (options.command == QxlCommand::Follow ? L"directory" : L"file");
+    else if (options.csvUnits && options.format != OutputFormat::Csv)
+        error = L"--utf16le goes with --csv";
     else if (options.range.hasFrom && options.range.hasTo &&
              CompareLocalTimes(options.range.from, options.range.to) > 0)
         error = L"--from is after --to";

@@ -23,6 +23,8 @@ struct QxlOptions {
     std::wstring grep;
     std::wstring regex;
     bool count = false;           // print only the number of records
+    bool csvUnits = false;        // CSV: the text_utf16le column
+    std::wstring positionFile;    // follow: where it goes on from, and records how far it got
     DWORD pollMilliseconds = 250; // how often follow looks at the directory
 };
 

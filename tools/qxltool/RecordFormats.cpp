@@ -11,15 +11,15 @@ std::size_t RecordTextLength(const MessageRecord& record)
     return length;
 }
 
-RecordFormatter::RecordFormatter(OutputFormat format, const wchar_t* lineFormat)
-    : format_(format), lineFormatter_(lineFormat)
+RecordFormatter::RecordFormatter(OutputFormat format, const wchar_t* lineFormat, bool csvUnits)
+    : format_(format), csvUnits_(csvUnits), lineFormatter_(lineFormat)
 {
 }
 
 void RecordFormatter::AppendHeading(std::string& out) const
 {
     if (format_ == OutputFormat::Csv)
-        out += "time,file,slot,text\n";
+        out += csvUnits_ ? "time,file,slot,text,text_utf16le\n" : "time,file,slot,text\n";
 }
 
 void RecordFormatter::SetFile(const std::wstring& name)
@@ -38,13 +38,13 @@ void RecordFormatter::Append(std::string& out, long long slot, const MessageReco
     case OutputFormat::Line: {
         wchar_t line[kRecordLineBuffer];
         const int units = lineFormatter_.Format(line, record);
-        AppendUtf8(out, line, static_cast<std::size_t>(units));
+        AppendLineText(out, line, static_cast<std::size_t>(units));
         break;
     }
     case OutputFormat::Iso:
         AppendIsoTime(out, record.time);
         out += ' ';
-        AppendUtf8(out, record.text, length);
+        AppendLineText(out, record.text, length);
         break;
     case OutputFormat::Csv:
         AppendIsoTime(out, record.time);
@@ -54,6 +54,11 @@ void RecordFormatter::Append(std::string& out, long long slot, const MessageReco
         out += std::to_string(slot);
         out += ',';
         AppendCsvField(out, record.text, length);
+        if (csvUnits_) {
+            out += ',';
+            if (HasLoneSurrogate(record.text, length))
+                AppendUtf16LeHex(out, record.text, length);
+        }
         break;
     case OutputFormat::Json:
         out += "{\"time\":\"";
@@ -64,6 +69,11 @@ void RecordFormatter::Append(std::string& out, long long slot, const MessageReco
         out += std::to_string(slot);
         out += ",\"text\":";
         AppendJsonString(out, record.text, length);
+        if (HasLoneSurrogate(record.text, length)) {
+            out += ",\"text_utf16le\":\"";
+            AppendUtf16LeHex(out, record.text, length);
+            out += '"';
+        }
         out += '}';
         break;
     }

@@ -15,16 +15,18 @@ enum class OutputFormat {
     Json,  // one object a line: {"time":..., "file":..., "slot":..., "text":...}
 };
 
-// One record as one output line, "\n" included.  Text and CSV keep every
-// code unit of the text as UTF-8 (an unpaired surrogate in its three-byte
-// form), JSON escapes unpaired surrogates; text and ISO lines write the
-// text as it stands, line breaks included.  CSV and JSON name the record's
-// file and its slot there (slot 1 is the first record; it lies at byte
-// 272 x slot).
+// One record as one output line, "\n" included, valid UTF-8 whatever the
+// text holds (see TextEncoding.h): text and ISO lines show control
+// characters as pictures, CSV quotes, JSON escapes.  A text with an
+// unpaired surrogate gets its exact units in hex in "text_utf16le": always
+// in JSON, in CSV as a fifth column when asked for.  CSV and JSON name the
+// record's file and its slot there (slot 1 is the first record; it lies at
+// byte 272 x slot).
 class RecordFormatter {
 public:
-    // `lineFormat` is used by OutputFormat::Line only.
-    RecordFormatter(OutputFormat format, const wchar_t* lineFormat);
+    // `lineFormat` is used by OutputFormat::Line only; `csvUnits` adds the
+    // text_utf16le column to CSV.
+    RecordFormatter(OutputFormat format, const wchar_t* lineFormat, bool csvUnits = false);
 
     // What comes before the first record: the CSV header line.
     void AppendHeading(std::string& out) const;
@@ -34,6 +36,7 @@ public:
 
 private:
     OutputFormat format_;
+    bool csvUnits_;
     RecordLineFormatter lineFormatter_;
     std::string fileField_;  // the file name, escaped for the format
 };

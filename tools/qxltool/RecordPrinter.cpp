@@ -12,7 +12,8 @@ RecordPrinter::RecordPrinter(const RecordFormatter& formatter, const TextFilter&
 bool RecordPrinter::Print(LogFileReader& reader, const std::wstring& name, SlotSpan span)
 {
     formatter_.SetFile(name);
-    for (long long slot = span.first; slot <= span.last && outputOpen_;) {
+    reached_ = span.first;
+    for (long long slot = span.first; slot <= span.last && outputOpen_; reached_ = slot) {
         const int wanted = static_cast<int>(std::min<long long>(kRecordsPerRead, span.last - slot + 1));
         const int read = reader.Read(slot, records_.data(), wanted);
         if (read < 0)

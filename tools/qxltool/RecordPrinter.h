@@ -16,8 +16,11 @@ public:
                   const TimeRange& range, bool countOnly, OutputStream& output);
 
     // The records of `span` from the open file `name`, in large reads.
-    // False when a read fails; the reader then holds the error.
+    // False when a read fails; the reader then holds the error, and
+    // Reached() tells where to go on without printing a record twice.
     bool Print(LogFileReader& reader, const std::wstring& name, SlotSpan span);
+    // The slot after the last record that the last Print passed on or left out.
+    long long Reached() const { return reached_; }
     // False once standard output has gone.
     bool OutputOpen() const { return outputOpen_; }
     long long Matched() const { return matched_; }
@@ -32,6 +35,7 @@ private:
     OutputStream& output_;
     bool outputOpen_ = true;
     long long matched_ = 0;
+    long long reached_ = 0;
     std::vector<MessageRecord> records_;
 };
 

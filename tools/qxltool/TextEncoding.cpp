@@ -5,8 +5,10 @@ namespace {
 bool IsHighSurrogate(unsigned unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 bool IsLowSurrogate(unsigned unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
-// The code point starting at units[i] and how many units it takes; an
-// unpaired surrogate stands for itself.
+constexpr unsigned kReplacement = 0xFFFD;
+
+// The code point starting at units[i], `i` moved past its units; an
+// unpaired surrogate reads as U+FFFD.
 unsigned NextCodePoint(const wchar_t* units, std::size_t count, std::size_t& i)
 {
     const unsigned unit = static_cast<unsigned short>(units[i++]);
@@ -17,7 +19,7 @@ unsigned NextCodePoint(const wchar_t* units, std::size_t count, std::size_t& i)
             return 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
         }
     }
-    return unit;
+    return IsHighSurrogate(unit) || IsLowSurrogate(unit) ? kReplacement : unit;
 }
 
 void AppendCodePoint(std::string& out, unsigned point)
@@ -39,12 +41,11 @@ void AppendCodePoint(std::string& out, unsigned point)
     }
 }
 
-void AppendUnicodeEscape(std::string& out, unsigned unit)
+void AppendHex(std::string& out, unsigned value, int digits)
 {
     static const char kHex[] = "0123456789abcdef";
-    out += "\\u";
-    for (int shift = 12; shift >= 0; shift -= 4)
-        out += kHex[(unit >> shift) & 0xF];
+    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4)
+        out += kHex[(value >> shift) & 0xF];
 }
 
 bool NeedsCsvQuotes(const wchar_t* units, std::size_t count)
@@ -65,6 +66,38 @@ void AppendUtf8(std::string& out, const wchar_t* units, std::size_t count)
 {
     for (std::size_t i = 0; i < count;)
         AppendCodePoint(out, NextCodePoint(units, count, i));
+}
+
+void AppendLineText(std::string& out, const wchar_t* units, std::size_t count)
+{
+    for (std::size_t i = 0; i < count;) {
+        const unsigned point = NextCodePoint(units, count, i);
+        if (point < 0x20)
+            AppendCodePoint(out, 0x2400 + point);
+        else if (point == 0x7F)
+            AppendCodePoint(out, 0x2421);
+        else
+            AppendCodePoint(out, point);
+    }
+}
+
+bool HasLoneSurrogate(const wchar_t* units, std::size_t count)
+{
+    for (std::size_t i = 0; i < count;) {
+        const unsigned unit = static_cast<unsigned short>(units[i]);
+        if (NextCodePoint(units, count, i) == kReplacement && unit != kReplacement)
+            return true;
+    }
+    return false;
+}
+
+void AppendUtf16LeHex(std::string& out, const wchar_t* units, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        const unsigned unit = static_cast<unsigned short>(units[i]);
+        AppendHex(out, unit & 0xFF, 2);
+        AppendHex(out, unit >> 8, 2);
+    }
 }
 
 std::string ToUtf8(const std::wstring& text)
@@ -88,9 +121,10 @@ void AppendJsonString(std::string& out, const wchar_t* units, std::size_t count)
         case '\r': out += "\\r"; break;
         case '\t': out += "\\t"; break;
         default:
-            if (point < 0x20 || (point >= 0xD800 && point <= 0xDFFF))
-                AppendUnicodeEscape(out, point);
-            else
+            if (point < 0x20) {
+                out += "\\u";
+                AppendHex(out, point, 4);
+            } else
                 AppendCodePoint(out, point);
         }
     }
