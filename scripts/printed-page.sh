@@ -4,7 +4,7 @@
 # File > Print... is chosen with the mouse and the keyboard as a user does,
 # the print dialog is confirmed as it opens (all records), and the job goes
 # to the PDF printer of the print tests' private print server
-# (tests/print/with-printer.sh).  Needs a build (./oriel test or ./oriel run
+# (scripts/with-printer.sh).  Needs a build (./oriel test or ./oriel run
 # first).
 set -euo pipefail
 
@@ -12,7 +12,7 @@ ORIEL_ROOT="$(cd "$(dirname "$0")/.." && pwd)"
 BUILD_DIR="$ORIEL_ROOT/build"
 
 if [ "${1:-}" != --with-printer ]; then
-  exec "$ORIEL_ROOT/tests/print/with-printer.sh" "$0" --with-printer
+  exec "$ORIEL_ROOT/scripts/with-printer.sh" "$0" --with-printer
 fi
 if [ -z "${ORIEL_PRINT_OUT:-}" ]; then
   echo "printed-page.sh: no private print server, so no page" >&2
@@ -72,7 +72,7 @@ timeout 20 xdotool search --sync --onlyvisible --name "^Print$" >/dev/null
 sleep 0.5
 xdotool key Return
 
-"$ORIEL_ROOT/tests/print/collect-printout.sh" "$ORIEL_PRINT_OUT" page 1
+"$ORIEL_ROOT/scripts/collect-printout.sh" "$ORIEL_PRINT_OUT" page 1
 if [ ! -f "$ORIEL_PRINT_OUT/page.pdf" ]; then
   echo "printed-page.sh: no job arrived at the printer" >&2
   exit 1

@@ -1,5 +1,6 @@
 #!/bin/sh
-# Runs one test program with a real printer: a private print server (its
+# Runs one program (a test program, or scripts/printed-page.sh) with a real
+# printer: a private print server (its
 # own configuration, spool and socket in a temporary folder, nothing of the
 # system's) with one PDF queue, the default printer, whose jobs land as PDF
 # files.  The program finds the server through CUPS_SERVER (Wine takes its

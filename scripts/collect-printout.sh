@@ -1,7 +1,7 @@
 #!/bin/sh
-# Started by the printing tests (through Wine) after each job: waits until
-# the private print server has finished its jobs, then turns the printed
-# file, if any, into what the tests read: <name>.info (pdfinfo), <name>.html
+# Started after each job (by the printing tests through Wine, and by
+# scripts/printed-page.sh): waits until the private print server has
+# finished its jobs, then turns the printed file, if any, into what the tests read: <name>.info (pdfinfo), <name>.html
 # (pdftotext -bbox, every word with its box) and the PDF itself as
 # <name>.pdf.  <name>.done appears last.  Wine cannot wait for a Unix
 # program, so the tests wait for that file.
