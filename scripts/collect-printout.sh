@@ -1,10 +1,10 @@
 #!/bin/sh
 # Started after each job (by the printing tests through Wine, and by
 # scripts/printed-page.sh): waits until the private print server has
-# finished its jobs, then turns the printed file, if any, into what the tests read: <name>.info (pdfinfo), <name>.html
-# (pdftotext -bbox, every word with its box) and the PDF itself as
-# <name>.pdf.  <name>.done appears last.  Wine cannot wait for a Unix
-# program, so the tests wait for that file.
+# finished its jobs, then turns the printed file, if any, into what the
+# tests read: <name>.info (pdfinfo), <name>.html (pdftotext -bbox, every
+# word with its box) and the PDF itself as <name>.pdf.  <name>.done appears
+# last.  Wine cannot wait for a Unix program, so the tests wait for that file.
 # Usage: collect-printout.sh <folder of job.pdf> <name> <1: a job is expected | 0: none is>
 export PATH=/usr/sbin:/usr/bin:/sbin:/bin
 out=$1

@@ -1,8 +1,8 @@
 #!/bin/sh
 # Runs one program (a test program, or scripts/printed-page.sh) with a real
-# printer: a private print server (its
-# own configuration, spool and socket in a temporary folder, nothing of the
-# system's) with one PDF queue, the default printer, whose jobs land as PDF
+# printer: a private print server (its own configuration, spool and socket
+# in a temporary folder, nothing of the system's) with one PDF queue, the
+# default printer, whose jobs land as PDF
 # files.  The program finds the server through CUPS_SERVER (Wine takes its
 # printers from there) and the folder of the printed files through
 # ORIEL_PRINT_OUT, and the script that waits for a job and reads its PDF
