@@ -1,5 +1,5 @@
 // The tool's pure text rules: times, filters and the command line.  The
-// encodings are proven by the tools that read them, in consumers_test.py.
+// encodings are proven by the tools that read them, in qxltool_test.py.
 #include <gtest/gtest.h>
 
 #include "app/LanguageModule.h"

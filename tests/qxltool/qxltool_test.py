@@ -1,10 +1,13 @@
 #!/usr/bin/env python3
-"""qxltool's output read by tools nobody here wrote: jq reads every JSON line of
-dump and follow, GNU grep finds text lines, Python's csv reads CSV strictly,
-and rsyslog collects a follow of the real program's save directory across a
-rollover and a restart of the follow.  The records are written here from
-their layout alone, so the expectations owe nothing to the tool's code.
-  consumers_test.py INSTALL_DIR     (Wine prefix and display as ./oriel sets them)"""
+"""qxltool as a real process.  Its commands on logs written here: a filtered
+range across a rollover, check on damaged files, conversion and the exit
+codes a script sees.  Then its output read by tools nobody here wrote: jq
+reads every JSON line of dump and follow, GNU grep finds text lines, Python's
+csv reads CSV strictly, and rsyslog collects a follow of the real program's
+save directory across a rollover and a restart of the follow.  The records
+are written here from their layout alone, so the expectations owe nothing to
+the tool's code.
+  qxltool_test.py INSTALL_DIR     (Wine prefix and display as ./oriel sets them)"""
 import csv, io, json, os, shutil, signal, struct, subprocess, sys, tempfile, time
 
 install, work = os.path.abspath(sys.argv[1]), tempfile.mkdtemp(prefix="oriel-consumers.")
@@ -25,11 +28,11 @@ def units(text):
     return text.encode("utf-16-le", "surrogatepass")
 
 
-def log_file(path, records, tail=b""):
+def log_file(path, records, tail=b"", version="7.000000"):
     body = b"".join(struct.pack("<8H", *stamp) + units(t)[:256] + bytes(256 - len(units(t)[:256]))
                     for t, stamp in records)
     with open(path, "wb") as f:
-        f.write(units("7.000000") + bytes(256) + body + tail)
+        f.write(units(version) + bytes(272 - len(units(version))) + body + tail)
 
 
 def expected(records, name):
@@ -46,6 +49,73 @@ def expected(records, name):
 
 def run(*args, **kw):
     return subprocess.Popen(["wine", install + "/qxltool.exe", *args], **kw)
+
+
+def tool(*args):
+    """Runs the tool to its end: exit code, standard output, standard error."""
+    done = subprocess.run(["wine", install + "/qxltool.exe", *args], capture_output=True, stdin=subprocess.DEVNULL)
+    return done.returncode, done.stdout.decode("utf-8", "replace"), done.stderr.decode("utf-8", "replace")
+
+
+def at(minute, second, ms=0):
+    return (2026, 11, 1, 23, 14, minute, second, ms)
+
+
+# ---- the commands on a log of two files, rolled over at 14:06 ---------------
+OK, DAMAGED, USAGE, UNREADABLE, REFUSED, NOT_CONVERTED = 0, 1, 2, 3, 4, 5
+pump = "\u6cf5 P-102 \u505c\u6b62"
+cmds = work + "/commands"
+os.mkdir(cmds)
+log_file(cmds + "/2611231405.qxl", [("Pump P-101 started", at(5, 0)), ('Valve V-7, "open"', at(5, 30, 250)),
+                                    (pump, at(5, 59, 999))])
+log_file(cmds + "/2611231406.qxl", [("Tank T-1 high", at(6, 0, 1)), ("", at(6, 10))])
+check(tool("dump", "--iso", "--from", "2026-11-23 14:05:30.250", "--to", "2026-11-23T14:06:00.001", win(cmds)) ==
+      (OK, '2026-11-23T14:05:30.250 Valve V-7, "open"\n2026-11-23T14:05:59.999 %s\n'
+           "2026-11-23T14:06:00.001 Tank T-1 high\n" % pump, ""), "dump: a range across the rollover, bounds included")
+# Both filters at once: each alone would pass two records.
+check(tool("dump", "--count", "--grep", "P-10", "--regex", "started|high", win(cmds))[:2] == (OK, "1\n"),
+      "dump: --grep and --regex together")
+code, _, err = tool("dump", win(cmds + "/2611231407.qxl"))
+check(code == UNREADABLE and "2611231407.qxl: no such file or directory" in err, "a missing file: %d %s" % (code, err))
+code, _, err = tool("dump", "--from", "23.11.2026", win(cmds))
+check(code == USAGE and "not a time" in err and "usage: qxltool" in err, "a bad time: %d %s" % (code, err))
+check(tool("dump", "--regex", "([", win(cmds))[0] == USAGE, "a bad regular expression")
+check(tool("--help")[1].startswith("usage: qxltool"), "--help")
+# A file of a newer version is refused and the rest still read.
+log_file(cmds + "/2611231407.qxl", [("from the future", at(7, 0))], version="8.000000")
+code, out, err = tool("dump", "--count", win(cmds))
+check((code, out) == (REFUSED, "5\n") and "2611231407.qxl: written by a newer version" in err,
+      "a newer file refused, the rest read: %d %r %s" % (code, out, err))
+
+# check: a sound file, then a torn tail, a newer header and 31 bytes beside it.
+damage = work + "/check"
+os.mkdir(damage)
+log_file(damage + "/2611231405.qxl", [("a", at(5, 0)), ("b", at(5, 1))])
+check(tool("check", win(damage))[:2] == (OK, "2611231405.qxl: 2 records, 2026-11-23T14:05:00.000 .. "
+                                             "2026-11-23T14:05:01.000, ok\n1 file, 2 records: 0 damaged, 0 with "
+                                             "warnings only\n"), "check: a sound file")
+log_file(damage + "/2611231406.qxl", [("a", at(5, 0))], tail=bytes(172))
+log_file(damage + "/2611231407.qxl", [("", (0,) * 8)] * 3, version="8.000000")
+open(damage + "/2611231408.qxl", "wb").write(b"7" * 31)
+code, out, _ = tool("check", win(damage))
+check(code == DAMAGED, "check: damage exits with 1")
+for finding in ["2611231406.qxl: 1 record, 2026-11-23T14:05:00.000 .. 2026-11-23T14:05:00.000, damaged\n"
+                "  torn tail: 172 bytes after slot 1, the last whole record\n",
+                "2611231407.qxl: damaged\n  header: the version text sorts after ours",
+                "2611231408.qxl: damaged\n  header: the file has 31 bytes, fewer than the 32 of the version text\n",
+                "\n4 files, 3 records: 3 damaged, 0 with warnings only\n"]:
+    check(finding in out, "check finds %r in %r" % (finding, out))
+
+# convert: as a browser converts a text log; a short earlier conversion is
+# neither reused nor replaced (the browser gives up silently, the tool says so).
+open(work + "/day.log", "wb").write(b"2009-03-04 05:06:07 pump started\r\n2009-03-04 05:06:08 valve opened\r\n")
+check(tool("convert", win(work + "/day.log"))[:2] == (OK, win(work) + "\\day00.qxl\n"), "convert names its file")
+check(tool("dump", "--iso", win(work + "/day00.qxl"))[1] ==
+      "2009-03-04T05:06:07.000 pump started\n2009-03-04T05:06:08.000 valve opened\n", "the converted records")
+check(tool("convert", win(work + "/day00.qxl"))[0] == USAGE, "convert takes only text logs")
+open(work + "/day00.qxl", "wb").write(bytes(10))
+code, _, err = tool("convert", win(work + "/day.log"))
+check(code == NOT_CONVERTED and "not converted" in err, "a short earlier conversion: %d %s" % (code, err))
 
 
 # ---- hostile records, in two files, through every format --------------------
