@@ -4,7 +4,6 @@
 #include "support/DialogScript.h"
 #include "support/ResourceText.h"
 #include "support/TestFiles.h"
-#include "winlayer/Resources.h"
 
 #include <gtest/gtest.h>
 
@@ -40,15 +39,11 @@ bool Unheld(const std::wstring& path)
 
 class TextLogConversionTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite()
-    {
-        UseEnglishModule();
-    }
+    static void SetUpTestSuite() { UseEnglishModule(); }
     ~TextLogConversionTest() override
     {
         if (logFile != INVALID_HANDLE_VALUE)
             ::CloseHandle(logFile);
-        ::DestroyWindow(owner);
     }
 
     int Convert(const std::wstring& name, const std::string& text)
@@ -72,8 +67,7 @@ protected:
 
     TempDir dir;
     DialogScript boxes;
-    HWND owner = ::CreateWindowExW(0, L"STATIC", L"browser", WS_OVERLAPPED, 0, 0, 99, 99, nullptr,
-                                   nullptr, nullptr, nullptr);
+    const HWND owner = boxes.Owner();  // the browser's window
     HANDLE logFile = INVALID_HANDLE_VALUE;
     wchar_t path[MAX_PATH] = {};
 };

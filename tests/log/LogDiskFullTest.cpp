@@ -1,11 +1,8 @@
-#include "WriterFixture.h"
-
-#include <vector>
+#include "LogFixture.h"
 
 namespace {
 
 using testing_support::ReadFileBytes;
-using Events = std::vector<std::wstring>;
 
 using DiskFullTest = WriterTest;
 
@@ -19,7 +16,7 @@ TEST_F(DiskFullTest, FullDiskStopsTimersAnnouncesAndReports)
     writer.SetSettings(10, 1, 10);
     ASSERT_EQ(writer.OpenCurrentLogFile(directory.c_str(), kCurrentName), 0);
     host.events.clear();
-    AddLines(0, 1000);  // 272 KB: far more than the disk holds
+    AddLines(*ring, 0, 1000);  // 272 KB: far more than the disk holds
 
     // The record that meets the end of the disk is written only in part.
     EXPECT_EQ(writer.OnTimer(LogTimer::Flush), -1);

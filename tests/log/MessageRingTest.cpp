@@ -1,12 +1,6 @@
-#include "ring/MessageRing.h"
-
-#include "TestClock.h"
-
-#include <gtest/gtest.h>
+#include "LogFixture.h"
 
 #include <cstring>
-#include <memory>
-#include <string>
 #include <tuple>
 #include <utility>
 
@@ -15,18 +9,6 @@ namespace {
 std::wstring FieldText(const MessageRecord& record)
 {
     return std::wstring(record.text, kMessageTextUnits);
-}
-
-std::wstring Line(int n)
-{
-    return L"line " + std::to_wstring(n);
-}
-
-// Adds lines "line <first>" .. "line <first + count - 1>".
-void AddLines(MessageRing& ring, int first, int count)
-{
-    for (int n = first; n < first + count; ++n)
-        ring.AddMessage(Line(n).c_str());
 }
 
 struct RingTest : ::testing::Test {
@@ -59,14 +41,32 @@ std::tuple<int, int, int, int> Counters(const MessageRing& ring)
     return std::make_tuple(ring.writePos, ring.ringFull, ring.fileOnlyLines, ring.lineCount);
 }
 
+// Captures the counters at the moment the view is asked to show the line.
+struct CountingView : AddedLineView {
+    const MessageRing* ring = nullptr;
+    int calls = 0;
+    std::tuple<int, int, int, int> seen;
+    void ShowAddedLine() override
+    {
+        ++calls;
+        seen = Counters(*ring);
+    }
+};
+
 TEST_F(RingTest, RingBecomesFullOneAddEarlyAndFileOnlyLinesFollow)
 {
+    CountingView view;
+    view.ring = ring.get();
+    ring->SetView(&view);
     AddLines(*ring, 0, 4998);
     EXPECT_EQ(Counters(*ring), std::make_tuple(4998, 0, 0, 4998));
     ring->AddMessage(L"4999th");
     EXPECT_EQ(Counters(*ring), std::make_tuple(4999, 1, 1, 4999));
     ring->AddMessage(L"5000th");
     EXPECT_EQ(Counters(*ring), std::make_tuple(0, 1, 2, 5000));
+    // The view is asked once a line, after every counter has moved.
+    EXPECT_EQ(view.calls, 5000);
+    EXPECT_EQ(view.seen, Counters(*ring));
     ring->AddMessage(L"5001st");
     EXPECT_EQ(Counters(*ring), std::make_tuple(1, 1, 3, 5001));
     EXPECT_EQ(std::wstring(ring->ring[4999].text), L"5000th");
@@ -80,7 +80,7 @@ void ExpectLine(const MessageRing& ring, int line, int slot, int remaining, int 
     const RingSpan span = ring.LocateLine(line);
     EXPECT_EQ(span.slot, slot) << "line " << line;
     EXPECT_EQ(span.remaining, remaining) << "line " << line;
-    EXPECT_EQ(std::wstring(ring.ring[span.slot].text), Line(holds)) << "line " << line;
+    EXPECT_EQ(std::wstring(ring.ring[span.slot].text), LineText(holds)) << "line " << line;
 }
 
 TEST_F(RingTest, LineRuleCountsFromTheFileAndLagsOneLineOnceFull)
@@ -136,31 +136,6 @@ TEST_F(RingTest, ResetsEmptyTheRingAndCountTheFile)
                   ring->ringStart + ring->ringFull,
               0);
     EXPECT_EQ(FieldText(ring->ring[0]), std::wstring(kMessageTextUnits, L'\0'));
-}
-
-// Captures the counters at the moment the view is asked to show the line.
-struct CountingView : AddedLineView {
-    const MessageRing* ring = nullptr;
-    int calls = 0;
-    int lineCountSeen = -1;
-    int writePosSeen = -1;
-    void ShowAddedLine() override
-    {
-        ++calls;
-        lineCountSeen = ring->lineCount;
-        writePosSeen = ring->writePos;
-    }
-};
-
-TEST_F(RingTest, ViewIsAskedAfterEveryCounterHasMoved)
-{
-    CountingView view;
-    view.ring = ring.get();
-    ring->SetView(&view);
-    AddLines(*ring, 0, 5000);
-    EXPECT_EQ(view.calls, 5000);
-    EXPECT_EQ(view.lineCountSeen, 5000);
-    EXPECT_EQ(view.writePosSeen, 0);
 }
 
 } // namespace

@@ -79,16 +79,15 @@ TEST_F(ExportTest, OneLinePerWholeRecordFullTextCutZeroSlotAsNumbers)
 TEST_F(ExportTest, TheChosenNameAlwaysGetsTxtAndEachWindowItsFilter)
 {
     const std::wstring log = WriteLog(L"two.qxl", 2);
-    struct Case {
+    const struct {
         ExportSource source;
         std::wstring typed, created, filter;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {ExportSource::MainWindow, L"day.txt", L"day.txt.txt", L"Oriel Text Files (*.txt)"},
         {ExportSource::Browser, L"night", L"night.txt", L"Oriel 7.5 Text Files (*.txt)"},
         {ExportSource::MainWindow, L"", L"", L""},  // cancelled
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         std::wstring filter;
         script.Then([&](HWND dialog) {
             filter = testing_support::ItemText(dialog, 0x470);

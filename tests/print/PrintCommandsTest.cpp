@@ -3,10 +3,11 @@
 #include "PrintTestSupport.h"
 #include "window/MessWndFixture.h"
 
+#include <cwchar>
+
 #include "lang/ResourceIds.h"
 #include "support/LogFileDecoder.h"
 #include "support/ResourceText.h"
-#include "winlayer/Resources.h"
 
 using testing_support::Click;
 using testing_support::ResourceText;
@@ -21,38 +22,26 @@ protected:
         dialogs.Then([](HWND print) { Click(print, IDOK); });
         ::SendMessageW(target, WM_COMMAND, IDM_PRINT, 0);
     }
-    std::vector<std::wstring> BoxTexts() const
-    {
-        std::vector<std::wstring> texts;
-        for (const auto& box : dialogs.Boxes())
-            texts.push_back(box.text);
-        return texts;
-    }
     std::wstring SavedLog() const { return saveDir / L"saved.qxl"; }
 };
 
 // The refusal of a time outside a log whose records run from `first` to `last`.
-std::wstring OutsideText(const SYSTEMTIME& first, const SYSTEMTIME& last)
+std::wstring OutsideText(const DecodedRecord& first, const DecodedRecord& last)
 {
-    wchar_t from[64], to[64], text[256];
-    const std::wstring time = ResourceText(IDS_RANGE_TIME_FORMAT);
-    winlayer::FormatText(from, 64, time.c_str(), first.wYear, first.wMonth, first.wDay, first.wHour,
-                         first.wMinute, first.wSecond);
-    winlayer::FormatText(to, 64, time.c_str(), last.wYear, last.wMonth, last.wDay, last.wHour,
-                         last.wMinute, last.wSecond);
-    winlayer::FormatText(text, 256, ResourceText(IDS_OUTSIDE_LOG).c_str(), from, to);
+    wchar_t text[128];
+    std::swprintf(text, 128,
+                  L"The time must lie within the log, from %04d-%02d-%02d %02d:%02d:%02d to "
+                  L"%04d-%02d-%02d %02d:%02d:%02d.",
+                  first.year, first.month, first.day, first.hour, first.minute, first.second, last.year,
+                  last.month, last.day, last.hour, last.minute, last.second);
     return text;
-}
-
-SYSTEMTIME TimeOf(const DecodedRecord& record)
-{
-    return SYSTEMTIME{record.year, record.month, 0, record.day, record.hour, record.minute, record.second, 0};
 }
 
 TEST_F(PrintCommands, PrintSetupTakesItsBoundsFromTheFirstAndLastRecord)
 {
     Open(3);
-    testing_support::WriteFileBytes(SavedLog(), LogImage(NumberedLines(5, L"saved ", {2025, 1, 3, 2, 8, 30, 0, 0})));
+    const SYSTEMTIME saved = {2025, 1, 3, 2, 8, 30, 0, 0};
+    testing_support::WriteFileBytes(SavedLog(), LogImage(NumberedLines(5, L"saved ", saved)));
     CBrowseWnd* browser = OpenLog(SavedLog());
     ASSERT_TRUE(browser && browser->Handle());
     window->AddMessage(L"pending line");
@@ -70,10 +59,11 @@ TEST_F(PrintCommands, PrintSetupTakesItsBoundsFromTheFirstAndLastRecord)
         ::SendMessageW(target, WM_COMMAND, IDM_PRINT_SETUP, 0);
         EXPECT_TRUE(dialogs.Finished());
         // The main window writes its pending line first: it is the last record.
-        const DecodedLog log = DecodeLog(testing_support::ReadFileBytes(target == Hwnd() ? currentLog : SavedLog()));
+        const std::wstring path = target == Hwnd() ? currentLog : SavedLog();
+        const DecodedLog log = DecodeLog(testing_support::ReadFileBytes(path));
         ASSERT_EQ(target == Hwnd() ? 4u : 5u, log.records.size());
-        EXPECT_EQ(std::vector<std::wstring>{OutsideText(TimeOf(log.records.front()), TimeOf(log.records.back()))},
-                  BoxTexts());
+        ASSERT_EQ(1u, dialogs.Boxes().size());
+        EXPECT_EQ(OutsideText(log.records.front(), log.records.back()), dialogs.Boxes()[0].text);
     }
 }
 
@@ -112,11 +102,13 @@ TEST_F(PrintCommands, TheMainWindowPrintsPendingLinesAndRefusesANewerFormatAfter
     MakeNewer(SavedLog());
     Print(Hwnd());
     EXPECT_TRUE(CollectPrintout(true).exists) << "the main window prints first";
-    EXPECT_EQ(std::vector<std::wstring>{ResourceText(IDS_NEWER_FORMAT)}, BoxTexts());
+    ASSERT_EQ(1u, dialogs.Boxes().size());
+    EXPECT_EQ(ResourceText(IDS_NEWER_FORMAT), dialogs.Boxes()[0].text);
     dialogs.Clear();
     Print(browser->Handle());
     EXPECT_FALSE(CollectPrintout(false).exists) << "a browser refuses first";
-    EXPECT_EQ(std::vector<std::wstring>{ResourceText(IDS_NEWER_FORMAT)}, BoxTexts());
+    ASSERT_EQ(1u, dialogs.Boxes().size());
+    EXPECT_EQ(ResourceText(IDS_NEWER_FORMAT), dialogs.Boxes()[0].text);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/DialogScript.h"
+#include "support/ResourceText.h"
 #include "support/TestFiles.h"
 
 // What the export, setup and printing tests share: the English module as
@@ -24,8 +25,8 @@ struct PrintedWord {
 
 struct Printout {
     bool exists = false;  // the printer produced a file
-    int pages = 0;        // as pdfinfo counts them
-    std::vector<std::vector<PrintedWord>> words;  // per page, in reading order
+    // Per page, every page counted, empty or not; each in reading order.
+    std::vector<std::vector<PrintedWord>> words;
 };
 
 // Whether the private printer runs (otherwise printing cases skip).
@@ -36,7 +37,7 @@ Printout CollectPrintout(bool expectJob);
 
 class PrintFixture : public ::testing::Test {
 protected:
-    static void SetUpTestSuite();
+    static void SetUpTestSuite() { testing_support::UseEnglishModule(); }
 
     // A log of `count` records "record 0" .. stamped TestStamp(i).
     std::wstring WriteLog(const std::wstring& name, size_t count);

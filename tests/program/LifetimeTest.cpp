@@ -9,23 +9,17 @@ using testing_support::kStillRunning;
 
 namespace {
 
-HWND WaitForMessageWindow()
-{
-    HWND window = nullptr;
-    testing_support::WaitUntil([&] { return (window = ::FindWindowW(L"OrielMessWnd", nullptr)) != nullptr; },
-                               5000);
-    return window;
-}
-
 // A client that takes and drops an object within the 5 s starts them over.
 TEST(Lifetime, AnActivatedServerEndsFiveQuietSecondsAfterTheLastRelease)
 {
     testing_support::TempDir save;
     RegisteredCopy().UseSaveDirectory(save.Path());
-    ASSERT_EQ(nullptr, ::FindWindowW(L"OrielMessWnd", nullptr)) << "no server may run yet";
+    ASSERT_EQ(nullptr, ::FindWindowW(kMessWndClass, nullptr)) << "no server may run yet";
     auto first = std::make_unique<ShowMessClient>();
     ASSERT_EQ(S_OK, first->created());
-    const HWND window = WaitForMessageWindow();
+    HWND window = nullptr;
+    testing_support::WaitUntil([&] { return (window = ::FindWindowW(kMessWndClass, nullptr)) != nullptr; },
+                               5000);
     ASSERT_NE(nullptr, window) << "activation runs the program normally, window and all";
     DWORD processId = 0;
     ::GetWindowThreadProcessId(window, &processId);
@@ -39,7 +33,7 @@ TEST(Lifetime, AnActivatedServerEndsFiveQuietSecondsAfterTheLastRelease)
     {
         ShowMessClient second;
         ASSERT_EQ(S_OK, second.created());
-        EXPECT_EQ(window, ::FindWindowW(L"OrielMessWnd", nullptr)) << "the same server";
+        EXPECT_EQ(window, ::FindWindowW(kMessWndClass, nullptr)) << "the same server";
         EXPECT_EQ(S_OK, second.Show(L"Alarm TI-204 cleared"));
     }
     const DWORD lastRelease = ::GetTickCount();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "msgwnd/MessAtom.h"
@@ -75,28 +76,7 @@ ProgramCopy& RegisteredCopy()
     return *registered;
 }
 
-RunningProgram::RunningProgram(const ProgramCopy& copy, const std::wstring& exeName)
-    : process_(copy.Command(exeName))
-{
-}
-
-HWND RunningProgram::Window(DWORD timeoutMs)
-{
-    if (window_ == nullptr)
-        window_ = process_.FindWindowOfClass(L"OrielMessWnd", timeoutMs);
-    return window_;
-}
-
-DWORD RunningProgram::Close(std::vector<ProcessBox>* boxes)
-{
-    ::PostMessageW(Window(0), WM_CLOSE, 0, 0);
-    const std::vector<ProcessBox> answered = AnswerBoxes(Id(), 1500);
-    if (boxes != nullptr)
-        *boxes = answered;
-    return process_.Wait(10000);
-}
-
-std::wstring NewestLogFile(const std::wstring& directory, const std::wstring& except)
+std::wstring NewestLogFile(const std::wstring& directory)
 {
     // Names are minutes, YYMMDDHHmm.qxl: the greatest name is the newest.
     std::wstring newest;
@@ -104,41 +84,25 @@ std::wstring NewestLogFile(const std::wstring& directory, const std::wstring& ex
     HANDLE search = ::FindFirstFileW((directory + L"\\*.qxl").c_str(), &found);
     if (search != INVALID_HANDLE_VALUE) {
         do {
-            if (newest < found.cFileName && except != found.cFileName)
-                newest = found.cFileName;
+            newest = std::max(newest, std::wstring(found.cFileName));
         } while (::FindNextFileW(search, &found));
         ::FindClose(search);
     }
     return newest.empty() ? newest : directory + L"\\" + newest;
 }
 
-std::vector<std::wstring> TextsOf(const DecodedLog& log)
+std::vector<std::wstring> LogTexts(const std::wstring& path)
 {
     std::vector<std::wstring> texts;
-    for (const DecodedRecord& record : log.records)
+    for (const DecodedRecord& record : DecodeLog(testing_support::ReadFileBytes(path)).records)
         texts.push_back(record.text);
     return texts;
 }
 
-std::vector<std::wstring> LogTexts(const std::wstring& path)
-{
-    return TextsOf(DecodeLog(testing_support::ReadFileBytes(path)));
-}
-
 LRESULT SendAtomLine(HWND window, const std::wstring& text)
 {
-    ATOM atom = ::GlobalAddAtomW(text.c_str());
-    LRESULT result = ::SendMessageW(window, WM_MESSATOM, atom, 0);
+    const ATOM atom = ::GlobalAddAtomW(text.c_str());
+    const LRESULT result = ::SendMessageW(window, WM_MESSATOM, atom, 0);
     ::GlobalDeleteAtom(atom);
     return result;
-}
-
-std::wstring ChineseText(UINT id)
-{
-    static HMODULE module = ::LoadLibraryExW(
-        (testing_support::InstallDir() + L"\\Lang\\CHS\\OrielCHS.dll").c_str(), nullptr,
-        LOAD_LIBRARY_AS_DATAFILE);
-    wchar_t text[512] = {};
-    ::LoadStringW(module, id, text, 512);
-    return text;
 }

@@ -41,34 +41,17 @@ private:
 // before its first case and unregisters after its last.
 ProgramCopy& RegisteredCopy();
 
-// The program started by hand, as the suite's runtime starts it.
-class RunningProgram {
-public:
-    explicit RunningProgram(const ProgramCopy& copy, const std::wstring& exeName = L"Oriel.exe");
-    DWORD Id() const { return process_.Id(); }
-    testing_support::RunningProcess& Process() { return process_; }
-    // Its main window, waited for; null when none appeared.
-    HWND Window(DWORD timeoutMs = 10000);
-    // Closes the window as a user does, answering every box on the way; the
-    // exit code, and the boxes answered when asked.
-    DWORD Close(std::vector<ProcessBox>* boxes = nullptr);
+// The class of the program's main window.
+constexpr wchar_t kMessWndClass[] = L"OrielMessWnd";
 
-private:
-    testing_support::RunningProcess process_;
-    HWND window_ = nullptr;
-};
-
-// The newest log file in `directory` by the minute in its name, other than
-// `except`; empty when there is none.
-std::wstring NewestLogFile(const std::wstring& directory, const std::wstring& except = L"");
-std::vector<std::wstring> TextsOf(const DecodedLog& log);
+// The newest log file in `directory` by the minute in its name; empty when
+// there is none.
+std::wstring NewestLogFile(const std::wstring& directory);
 std::vector<std::wstring> LogTexts(const std::wstring& path);
 
-// The atom road as a sender uses it; the window's result.
+// The atom road as a sender uses it: the atom is deleted once the window has
+// answered; the window's result.
 LRESULT SendAtomLine(HWND window, const std::wstring& text);
-
-// Text `id` of the Chinese module, the one a copy without a language file uses.
-std::wstring ChineseText(UINT id);
 
 // A ShowMess object of the local server, released by the object.
 class ShowMessClient {
@@ -78,7 +61,11 @@ public:
                                       reinterpret_cast<void**>(&object_)))
     {
     }
-    ~ShowMessClient() { Release(); }
+    ~ShowMessClient()
+    {
+        if (object_ != nullptr)
+            object_->Release();
+    }
     ShowMessClient(const ShowMessClient&) = delete;
     ShowMessClient& operator=(const ShowMessClient&) = delete;
 
@@ -86,13 +73,6 @@ public:
     HRESULT Show(const std::wstring& text)
     {
         return object_->ShowMessage(reinterpret_cast<unsigned short*>(const_cast<wchar_t*>(text.c_str())));
-    }
-    IShowMess* get() const { return object_; }
-    void Release()
-    {
-        if (object_ != nullptr)
-            object_->Release();
-        object_ = nullptr;
     }
 
 private:

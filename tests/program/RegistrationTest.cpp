@@ -64,7 +64,7 @@ TEST(Registration, SwitchesWriteAndRemoveExactlyTheServersKeys)
     ::RegCloseKey(stray);
     EXPECT_EQ(0u, RegisteredCopy().Run(L"-regserver"));
     EXPECT_FALSE(KeyExists(L"CLSID\\" + kClsid + L"\\Stray"));
-    EXPECT_EQ(nullptr, ::FindWindowW(L"OrielMessWnd", nullptr)) << "registering opens no window";
+    EXPECT_EQ(nullptr, ::FindWindowW(kMessWndClass, nullptr)) << "registering opens no window";
 
     EXPECT_EQ(0u, RegisteredCopy().Run(L"/UnregServer"));
     const std::wstring removed[] = {L"Oriel.ShowMess.1", L"Oriel.ShowMess", L"CLSID\\" + kClsid,
@@ -77,7 +77,8 @@ TEST(Registration, SwitchesWriteAndRemoveExactlyTheServersKeys)
     EXPECT_TRUE(KeyExists(L"Interface\\{714CDB34-8BCB-4726-B13B-0AF1FC2B132D}\\ProxyStubClsid32"))
         << "the proxy/stub is registered by its own library, not by the program";
 
-    EXPECT_EQ(1u, RunProcess(RegisteredCopy().Command(L"showmess.exe") + L" \"nobody listens\"", 20000)) << "not registered: clear failure";
+    EXPECT_EQ(1u, RunProcess(RegisteredCopy().Command(L"showmess.exe") + L" \"nobody listens\"", 20000))
+        << "not registered: clear failure";
 
     EXPECT_EQ(0u, RegisteredCopy().Run(L"/RegServer"));
     ExpectRegistered();

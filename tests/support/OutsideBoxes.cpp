@@ -91,11 +91,3 @@ std::wstring SystemErrorText(DWORD code)
     ::LocalFree(text);
     return Trimmed(result);
 }
-
-std::vector<std::wstring> TextsOf(const std::vector<ProcessBox>& boxes)
-{
-    std::vector<std::wstring> texts;
-    for (const ProcessBox& box : boxes)
-        texts.push_back(box.text);
-    return texts;
-}

@@ -30,6 +30,3 @@ std::vector<ProcessBox> AnswerBoxes(DWORD processId, DWORD quietMs);
 
 // The platform's text for an error code, as the program's error box shows it.
 std::wstring SystemErrorText(DWORD code);
-
-// The texts of a list of boxes.
-std::vector<std::wstring> TextsOf(const std::vector<ProcessBox>& boxes);

@@ -1,6 +1,8 @@
 #include "support/ViewInput.h"
 
+#include "lang/ResourceIds.h"
 #include "view/MessageView.h"
+#include "winlayer/Resources.h"
 
 namespace testing_support {
 
@@ -35,15 +37,30 @@ LRESULT SendHScroll(HWND window, int request, int thumb)
     return ::SendMessageW(window, WM_HSCROLL, MAKEWPARAM(request, thumb), 0);
 }
 
-int LineHeightOf(HFONT font)
+HFONT CreateViewFont()
+{
+    LOGFONTW font = {};
+    font.lfHeight = -12;
+    font.lfWeight = FW_NORMAL;
+    font.lfCharSet = DEFAULT_CHARSET;
+    winlayer::LoadText(IDS_FONT_FACE, font.lfFaceName, LF_FACESIZE);
+    return ::CreateFontIndirectW(&font);
+}
+
+RECT WindowRectForLines(int lines, DWORD exStyle, bool menu)
 {
     HDC dc = ::GetDC(nullptr);
+    HFONT font = CreateViewFont();
     HGDIOBJ old = ::SelectObject(dc, font);
     TEXTMETRICW metrics;
     ::GetTextMetricsW(dc, &metrics);
-    ::SelectObject(dc, old);
+    ::DeleteObject(::SelectObject(dc, old));
     ::ReleaseDC(nullptr, dc);
-    return metrics.tmHeight + metrics.tmExternalLeading;
+    const int lineHeight = metrics.tmHeight + metrics.tmExternalLeading;
+    RECT r = {100, 100, 900, 100 + lines * lineHeight + lineHeight / 2};
+    ::AdjustWindowRectEx(&r, WS_OVERLAPPEDWINDOW | WS_VSCROLL, menu, exStyle);
+    r.right += ::GetSystemMetrics(SM_CXVSCROLL);
+    return r;
 }
 
 std::vector<DWORD> ClientRows(HWND window, int top, int bottom)

@@ -15,8 +15,12 @@ SCROLLINFO ScrollBarOf(HWND window, int bar);
 LRESULT SendKey(HWND window, WPARAM key, bool control = false);
 LRESULT SendVScroll(HWND window, int request);
 LRESULT SendHScroll(HWND window, int request, int thumb = 0);
-// Height of one line of `font`: character height plus external leading.
-int LineHeightOf(HFONT font);
+// The font a view starts with: 12 pixels high in the language module's face.
+HFONT CreateViewFont();
+// Bounds of an overlapped window with a vertical bar whose client area is
+// 800 pixels wide beside the bar and `lines` lines of the view font high,
+// plus half a line, so that exactly `lines` whole lines fit.
+RECT WindowRectForLines(int lines, DWORD exStyle, bool menu);
 // Rows [top, bottom) of the client area as they are on screen: 32-bit
 // pixels 0x00RRGGBB, row by row, each row as wide as the client area.
 std::vector<DWORD> ClientRows(HWND window, int top, int bottom);

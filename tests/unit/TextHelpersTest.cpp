@@ -70,10 +70,6 @@ TEST(JoinPath, PutsExactlyOneBackslashBetweenParts)
     EXPECT_STREQ(L"C:\\Suite\\Bin\\config", path);
     ASSERT_TRUE(JoinPath(path, L"ShowMess.ini"));
     EXPECT_STREQ(L"C:\\Suite\\Bin\\config\\ShowMess.ini", path);
-
-    wchar_t noSlash[MAX_PATH] = L"D:\\logs";
-    ASSERT_TRUE(JoinPath(noSlash, L"2603031405.qxl"));
-    EXPECT_STREQ(L"D:\\logs\\2603031405.qxl", noSlash);
 }
 
 TEST(LoadText, ZeroFillsTheWholeBufferEvenForAMissingString)

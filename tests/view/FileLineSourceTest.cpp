@@ -1,102 +1,79 @@
 #include <gtest/gtest.h>
 
-#include "ViewHost.h"
 #include "lang/ResourceIds.h"
 #include "ring/MessageRecord.h"
-#include "support/ResourceText.h"
-#include "support/LogFileDecoder.h"
 #include "support/DialogScript.h"
+#include "support/LogFileDecoder.h"
+#include "support/ResourceText.h"
 #include "support/TestFiles.h"
-#include "support/ViewInput.h"
 #include "view/FileLineSource.h"
-#include "view/RecordLine.h"
-
-#include <cwchar>
-#include "winlayer/Resources.h"
 
 namespace {
 
 using testing_support::ResourceText;
 
-using testing_support::PageLine;
-using testing_support::SendKey;
-
-class FileLinesTest : public ViewFixture {
+// A browser's lines, read straight from its source; MessageViewTest shows
+// that the browser view asks for negative top lines as they stand.
+class FileLinesTest : public ::testing::Test {
 protected:
-    // A saved log of `count` records "saved N", shown in a browser view.
-    void ShowLog(size_t count, int lines, const std::wstring& version = L"7.000000")
+    static void SetUpTestSuite() { testing_support::UseEnglishModule(); }
+
+    // A saved log of `count` records "saved N" as the source's file.
+    void Save(size_t count, const std::wstring& version = L"7.000000")
     {
         testing_support::WriteFileBytes(path, LogImage(NumberedLines(count, L"saved "), version));
         source.SetPath(path.c_str());
         source.SetLineCount(static_cast<int>(count));
-        CreateHost(source, kBrowserViewPolicy, lines);
-        source.SetOwner(Hwnd());
+        source.SetOwner(boxes.Owner());
     }
 
     testing_support::TempDir dir;
     std::wstring path = dir / L"2603031405.qxl";
     FileLineSource source;
     testing_support::DialogScript boxes;
+    MessageRecord page[10] = {};
 };
 
 TEST_F(FileLinesTest, ReadsPagesWhileTheWriterHoldsTheFile)
 {
-    ShowLog(60, 10);
-    EXPECT_EQ(L"saved 9", PageLine(View(), 9));
+    Save(60);
     // The log writer keeps the file open for writing, sharing reading only.
     HANDLE writer = ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     ASSERT_NE(INVALID_HANDLE_VALUE, writer);
-    SendKey(Hwnd(), VK_NEXT);
-    EXPECT_EQ(L"saved 10", PageLine(View(), 0));
+    EXPECT_EQ(10, source.FillPage(10, page, 10));
     ::CloseHandle(writer);
+    EXPECT_STREQ(L"saved 10", page[0].text);
+    EXPECT_STREQ(L"saved 19", page[9].text);
     EXPECT_EQ(INVALID_HANDLE_VALUE, source.File()) << "closed after each refill";
     EXPECT_TRUE(boxes.Boxes().empty());
 }
 
-TEST(RecordLine, DateTimeThenAllOfAFull128UnitText)
-{
-    testing_support::UseEnglishModule();
-    MessageRecord record = {{2026, 11, 1, 23, 14, 5, 9, 123}, {}};
-    std::wmemset(record.text, L'x', kMessageTextUnits);
-    wchar_t line[kRecordLineBuffer];
-    FormatRecordLine(line, &record);
-    EXPECT_EQ(L"2026-11-23 14:05:09.123  " + std::wstring(kMessageTextUnits, L'x'), line);
-}
-
 TEST_F(FileLinesTest, NegativeTopLinesAreReadAsTheyStand)
 {
-    ShowLog(0, 1);
-    // Page Down on a header-only file puts the top line at -1 here: the
-    // header slot is shown as a line (its version text fills the time stamp).
-    SendKey(Hwnd(), VK_NEXT);
-    ASSERT_EQ(-1, View().TopLine());
-    ASSERT_EQ(1, View().PageCount());
-    EXPECT_EQ(L'7', View().Page()[0].time.wYear);
+    Save(0);
+    // Top line -1 (Page Down on a header-only file) reads the header slot as
+    // a line: its version text fills the time stamp.
+    ASSERT_EQ(1, source.FillPage(-1, page, 1));
+    EXPECT_EQ(L'7', page[0].time.wYear);
     EXPECT_TRUE(boxes.Boxes().empty());
 
     // Below -1 the seek fails and the system's text is shown.
-    ::DestroyWindow(Hwnd());
-    ShowLog(0, 3);
-    SendKey(Hwnd(), VK_NEXT);
-    EXPECT_EQ(-3, View().TopLine());
-    EXPECT_EQ(0, View().PageCount());
+    EXPECT_EQ(0, source.FillPage(-3, page, 3));
     ASSERT_EQ(1u, boxes.Boxes().size());
     EXPECT_EQ(ResourceText(IDS_ERROR_CAPTION), boxes.Boxes()[0].caption);
 }
 
 TEST_F(FileLinesTest, NewerFormatIsRefusedOnEveryRefill)
 {
-    ShowLog(0, 10, L"8.000000");
-    EXPECT_EQ(0, View().PageCount());
-    const size_t atCreation = boxes.Boxes().size();
-    EXPECT_GE(atCreation, 1u);
-    SendKey(Hwnd(), VK_NEXT);
-    EXPECT_EQ(0, View().PageCount());
-    ASSERT_EQ(atCreation + 1, boxes.Boxes().size());
-    for (const auto& box : boxes.Boxes())
-        EXPECT_EQ(ResourceText(IDS_NEWER_FORMAT), box.text);
-    EXPECT_EQ(INVALID_HANDLE_VALUE, source.File()) << "a refused file is closed";
+    Save(3, L"8.000000");
+    for (size_t refill = 1; refill <= 2; ++refill) {
+        EXPECT_EQ(0, source.FillPage(0, page, 10));
+        ASSERT_EQ(refill, boxes.Boxes().size());
+        EXPECT_EQ(ResourceText(IDS_NEWER_FORMAT), boxes.Boxes().back().text);
+        EXPECT_EQ(boxes.Owner(), boxes.Boxes().back().owner);
+        EXPECT_EQ(INVALID_HANDLE_VALUE, source.File()) << "a refused file is closed";
+    }
 }
 
 } // namespace

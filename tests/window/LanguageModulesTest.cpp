@@ -13,14 +13,6 @@ using namespace oriel::lang;
 
 namespace {
 
-std::wstring ModulePath(const char* relative)
-{
-    std::wstring path = testing_support::InstallDir() + L"\\";
-    for (const char* p = relative; *p != '\0'; ++p)
-        path += (*p == '/') ? L'\\' : static_cast<wchar_t>(*p);
-    return path;
-}
-
 // The arguments a format string consumes, one letter each: 'd' for an
 // integer conversion, 's' for a wide string, '?' for anything else.
 std::string FormatSignature(const std::wstring& text)
@@ -64,8 +56,12 @@ class ModuleContents : public ::testing::TestWithParam<oriel::lang::LanguageModu
 protected:
     void SetUp() override
     {
-        module = ::LoadLibraryW(ModulePath(GetParam().relativePath).c_str());
-        ASSERT_NE(nullptr, module) << GetParam().relativePath;
+        const std::string relative = GetParam().relativePath;
+        std::wstring path = testing_support::InstallDir() + L"\\";
+        path.append(relative.begin(), relative.end());
+        std::replace(path.begin(), path.end(), L'/', L'\\');
+        module = ::LoadLibraryW(path.c_str());
+        ASSERT_NE(nullptr, module) << relative;
     }
     void TearDown() override
     {
@@ -119,23 +115,22 @@ TEST_P(ModuleContents, DialogsHaveEveryControlOfTheRightKind)
         ASSERT_NE(nullptr, dialog) << "dialog " << entry.id;
         for (std::size_t i = 0; i < entry.count; ++i) {
             const DialogControl& control = entry.controls[i];
+            SCOPED_TRACE("dialog " + std::to_string(entry.id) + " control " + std::to_string(control.id));
             HWND item = ::GetDlgItem(dialog, control.id);
-            ASSERT_NE(nullptr, item) << "dialog " << entry.id << " control " << control.id;
+            ASSERT_NE(nullptr, item);
             wchar_t className[32] = {};
             ::GetClassNameW(item, className, 32);
             const ControlKind kind = control.kind;
             const bool button = kind == ControlKind::PushButton || kind == ControlKind::RadioButton;
-            EXPECT_STREQ(button ? L"Button" : kind == ControlKind::Edit ? L"Edit" : L"Static", className)
-                << control.id;
+            EXPECT_STREQ(button ? L"Button" : kind == ControlKind::Edit ? L"Edit" : L"Static", className);
             const LONG style = ::GetWindowLongW(item, GWL_STYLE), type = style & 0x0F;
             const bool styleFits =
                 kind == ControlKind::PushButton ? type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON
                 : kind == ControlKind::RadioButton ? type == BS_RADIOBUTTON || type == BS_AUTORADIOBUTTON
                 : kind == ControlKind::ClickThroughText ? (style & SS_NOTIFY) == 0
                                                         : true;
-            EXPECT_TRUE(styleFits) << "dialog " << entry.id << " control " << control.id;
-            EXPECT_EQ(control.startsDisabled, !::IsWindowEnabled(item))
-                << "dialog " << entry.id << " control " << control.id;
+            EXPECT_TRUE(styleFits);
+            EXPECT_EQ(control.startsDisabled, !::IsWindowEnabled(item));
         }
         ::DestroyWindow(dialog);
     }

@@ -7,26 +7,7 @@
 #include "support/ResourceText.h"
 #include "winlayer/Resources.h"
 
-std::wstring MessWndFixture::configDir;
-
-namespace {
-
 constexpr wchar_t kClassName[] = L"OrielMessWnd";
-
-} // namespace
-
-int MessWndFixture::FontLineHeight()
-{
-    LOGFONTW font = {};
-    font.lfHeight = -12;
-    font.lfWeight = FW_NORMAL;
-    font.lfCharSet = DEFAULT_CHARSET;
-    winlayer::LoadText(IDS_FONT_FACE, font.lfFaceName, LF_FACESIZE);
-    HFONT handle = ::CreateFontIndirectW(&font);
-    const int height = testing_support::LineHeightOf(handle);
-    ::DeleteObject(handle);
-    return height;
-}
 
 void MessWndFixture::SetUpTestSuite()
 {
@@ -37,11 +18,6 @@ void MessWndFixture::SetUpTestSuite()
     ::PathRemoveFileSpecW(exe);
     configDir = std::wstring(exe) + L"\\config";
     ::CreateDirectoryW(configDir.c_str(), nullptr);
-}
-
-void MessWndFixture::TearDownTestSuite()
-{
-    testing_support::RemoveTree(configDir);
 }
 
 void MessWndFixture::TearDown()
@@ -64,11 +40,7 @@ void MessWndFixture::Open(size_t records, int lines)
 
 void MessWndFixture::CreateWindowWithRoom(int lines)
 {
-    const DWORD style = WS_OVERLAPPEDWINDOW | WS_VSCROLL;
-    const int lineHeight = FontLineHeight();
-    RECT r = {100, 100, 900, 100 + lines * lineHeight + lineHeight / 2};
-    ::AdjustWindowRectEx(&r, style, TRUE, WS_EX_WINDOWEDGE | WS_EX_CLIENTEDGE);
-    r.right += ::GetSystemMetrics(SM_CXVSCROLL);
+    RECT r = testing_support::WindowRectForLines(lines, WS_EX_WINDOWEDGE | WS_EX_CLIENTEDGE, true);
     HMENU menu = ::LoadMenuW(winlayer::ResourceModule(), MAKEINTRESOURCEW(IDR_MAIN_MENU));
     window = std::make_unique<CMessWnd>();
     ASSERT_NE(nullptr, window->CreateMainWindow(::GetModuleHandleW(nullptr), kClassName,

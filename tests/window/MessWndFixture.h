@@ -14,9 +14,14 @@
 // the test program, as the program does beside itself; the fixture writes
 // that file and removes it again.
 class MessWndFixture : public ::testing::Test {
+public:
+    // Dispatches what is waiting, answering the quit message that destroying
+    // the window posts.
+    static void DrainQuit();
+
 protected:
     static void SetUpTestSuite();
-    static void TearDownTestSuite();
+    static void TearDownTestSuite() { testing_support::RemoveTree(configDir); }
     void TearDown() override;
 
     // The current log: `records` records "record 0".., a second apart from
@@ -32,17 +37,12 @@ protected:
     static void MakeNewer(const std::wstring& log);
 
     HWND Hwnd() const { return window->Handle(); }
-    const MessageRing& Ring() const { return window->Ring(); }
     int TopLine() const { return window->View().TopLine(); }
     std::wstring PageText(int i) const { return testing_support::PageLine(window->View(), i); }
     std::wstring LastPageText() const { return PageText(window->View().PageCount() - 1); }
     std::wstring SettingsFilePath() const { return configDir + L"\\ShowMess.ini"; }
-    // Height of one line of the initial view font.
-    static int FontLineHeight();
-    // Answers the quit message that destroying the window posts.
-    static void DrainQuit();
 
-    static std::wstring configDir;
+    static inline std::wstring configDir;
     testing_support::TempDir saveDir;
     const std::wstring currentLog = saveDir / L"2603031000.qxl";
     testing_support::DialogScript dialogs;

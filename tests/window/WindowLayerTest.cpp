@@ -7,27 +7,22 @@
 
 namespace {
 
-constexpr WORD kFirstCommand = 0x8001;
-constexpr WORD kSecondCommand = 0x8002;
+constexpr WORD kCommand = 0x8001;
 
+// Every handler notes its call; two entries share WM_USER, and the first of
+// them always hands the message on.
 class RoutedWindow : public winlayer::WindowImpl<RoutedWindow> {
 public:
     static winlayer::MessageTable<RoutedWindow> Messages()
     {
         static const winlayer::MessageEntry<RoutedWindow> table[] = {
             {WM_SETTEXT, 0, &RoutedWindow::OnSetText},
-            {WM_COMMAND, kFirstCommand, &RoutedWindow::OnFirst},
-            {WM_COMMAND, kSecondCommand, &RoutedWindow::OnSecond},
-            {WM_USER + 1, 0, &RoutedWindow::OnUserFirst},
-            {WM_USER + 1, 0, &RoutedWindow::OnUserSecond},
+            {WM_COMMAND, kCommand, &RoutedWindow::OnCommand},
+            {WM_USER, 0, &RoutedWindow::OnUserFirst},
+            {WM_USER, 0, &RoutedWindow::OnUserSecond},
         };
         return winlayer::MakeTable(table);
     }
-
-    bool passSetText = false;
-    std::vector<std::string> calls;
-    WPARAM lastCommandParam = 0;
-    LPARAM lastCommandControl = 0;
 
     LRESULT OnSetText(WPARAM, LPARAM, bool& handled)
     {
@@ -35,84 +30,62 @@ public:
         handled = !passSetText;
         return TRUE;
     }
-    LRESULT OnFirst(WPARAM wParam, LPARAM lParam, bool&)
+    LRESULT OnCommand(WPARAM wParam, LPARAM lParam, bool&)
     {
-        calls.push_back("first");
-        lastCommandParam = wParam;
-        lastCommandControl = lParam;
+        calls.push_back("command " + std::to_string(HIWORD(wParam)) + " " + std::to_string(lParam));
         return 11;
     }
-    LRESULT OnSecond(WPARAM, LPARAM, bool&) { calls.push_back("second"); return 22; }
     LRESULT OnUserFirst(WPARAM, LPARAM, bool& handled)
     {
         calls.push_back("user-first");
         handled = false;
         return 33;
     }
-    LRESULT OnUserSecond(WPARAM, LPARAM, bool&) { calls.push_back("user-second"); return 44; }
+    LRESULT OnUserSecond(WPARAM, LPARAM, bool&)
+    {
+        calls.push_back("user-second");
+        return 44;
+    }
+
+    bool passSetText = false;
+    std::vector<std::string> calls;
 };
 
-class WindowLayer : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        static bool registered = false;
-        if (!registered) {
-            WNDCLASSEXW wc = {};
-            wc.lpszClassName = L"OrielRoutedTestWindow";
-            wc.hInstance = ::GetModuleHandleW(nullptr);
-            ASSERT_NE(0, RoutedWindow::RegisterWindowClass(wc));
-            registered = true;
-        }
-        ASSERT_NE(nullptr, window.Create(L"OrielRoutedTestWindow", nullptr, L"before",
-                                         WS_OVERLAPPEDWINDOW, 0, nullptr, 0, 0, 100, 100));
-    }
-    void TearDown() override
-    {
-        if (window.Handle() != nullptr)
-            ::DestroyWindow(window.Handle());
-    }
-    std::wstring Title()
-    {
-        wchar_t text[64] = {};
-        ::GetWindowTextW(window.Handle(), text, 64);
-        return text;
-    }
+TEST(WindowLayer, TheFirstMatchingEntryAnswersUnlessItClearsHandledAndTheHandleIsForgotten)
+{
+    WNDCLASSEXW wc = {};
+    wc.lpszClassName = L"OrielRoutedTestWindow";
+    wc.hInstance = ::GetModuleHandleW(nullptr);
+    ASSERT_NE(0, RoutedWindow::RegisterWindowClass(wc));
     RoutedWindow window;
-};
-
-TEST_F(WindowLayer, HandledMessageSkipsTheDefaultProcedureAndAClearedFlagRunsIt)
-{
+    const HWND hwnd = window.Create(wc.lpszClassName, nullptr, L"before", WS_OVERLAPPEDWINDOW, 0, nullptr,
+                                    0, 0, 100, 100);
+    ASSERT_NE(nullptr, hwnd);
+    const auto title = [&] {
+        wchar_t text[64] = {};
+        ::GetWindowTextW(hwnd, text, 64);
+        return std::wstring(text);
+    };
     window.calls.clear();
-    EXPECT_EQ(TRUE, ::SendMessageW(window.Handle(), WM_SETTEXT, 0, (LPARAM)L"after"));
-    EXPECT_EQ(std::vector<std::string>{"settext"}, window.calls);
-    EXPECT_EQ(L"before", Title());  // the default procedure never stored the text
+
+    // A handled message never reaches the default procedure, which would
+    // store the text; a cleared flag lets it.
+    EXPECT_EQ(TRUE, ::SendMessageW(hwnd, WM_SETTEXT, 0, (LPARAM)L"after"));
+    EXPECT_EQ(L"before", title());
     window.passSetText = true;
-    ::SendMessageW(window.Handle(), WM_SETTEXT, 0, (LPARAM)L"after");
-    EXPECT_EQ(L"after", Title());
-}
+    ::SendMessageW(hwnd, WM_SETTEXT, 0, (LPARAM)L"after");
+    EXPECT_EQ(L"after", title());
 
-TEST_F(WindowLayer, CommandsMatchOnTheLowWordOnlyTheFirstEntryRunsAndTheHandleIsForgotten)
-{
-    HWND control = window.Handle();
-    EXPECT_EQ(11, ::SendMessageW(window.Handle(), WM_COMMAND, MAKEWPARAM(kFirstCommand, 0x1234),
-                                 (LPARAM)control));
-    EXPECT_EQ(MAKEWPARAM(kFirstCommand, 0x1234), window.lastCommandParam);
-    EXPECT_EQ((LPARAM)control, window.lastCommandControl);
-    EXPECT_EQ(22, ::SendMessageW(window.Handle(), WM_COMMAND, MAKEWPARAM(kSecondCommand, 1), 0));
-    // A command without an entry reaches the default procedure, which returns 0.
-    window.calls.clear();
-    EXPECT_EQ(0, ::SendMessageW(window.Handle(), WM_COMMAND, MAKEWPARAM(0x8003, 0), 0));
-    EXPECT_TRUE(window.calls.empty());
+    // Commands match on the low word and get both parameters whole; one
+    // without an entry reaches the default procedure, which returns 0.
+    EXPECT_EQ(11, ::SendMessageW(hwnd, WM_COMMAND, MAKEWPARAM(kCommand, 7), 5));
+    EXPECT_EQ(0, ::SendMessageW(hwnd, WM_COMMAND, MAKEWPARAM(kCommand + 1, 0), 0));
     // The first entry clears the flag: the default procedure answers, not the second entry.
-    EXPECT_EQ(0, ::SendMessageW(window.Handle(), WM_USER + 1, 0, 0));
-    EXPECT_EQ(std::vector<std::string>{"user-first"}, window.calls);
+    EXPECT_EQ(0, ::SendMessageW(hwnd, WM_USER, 0, 0));
+    EXPECT_EQ((std::vector<std::string>{"settext", "settext", "command 7 5", "user-first"}), window.calls);
 
-    // The object forgets its handle when the window is destroyed.
-    HWND hwnd = window.Handle();
     ::DestroyWindow(hwnd);
     EXPECT_EQ(nullptr, window.Handle());
-    EXPECT_FALSE(::IsWindow(hwnd));
 }
 
 } // namespace
