@@ -49,11 +49,13 @@ TEST(ProgramFaults, FullDiskAnnouncesOnceClosesTheAtomRoadAndStopsWriting)
     std::vector<std::wstring> sent;
     std::wstring log;
     for (int i = 1; i <= 300; ++i) {
-        sent.push_back((i % 2 == 0 ? L"atom " : L"com ") + std::to_wstring(i));
-        EXPECT_EQ(i % 2 == 0 ? 0 : S_OK, i % 2 == 0 ? SendAtomLine(window, sent.back()) : client.Show(sent.back()));
+        const bool atom = i % 2 == 0;
+        sent.push_back((atom ? L"atom " : L"com ") + std::to_wstring(i));
+        EXPECT_EQ(atom ? 0 : S_OK, atom ? SendAtomLine(window, sent.back()) : client.Show(sent.back()));
         if (i == 200) {
             log = NewestLogFile(directory);
-            ASSERT_TRUE(testing_support::WaitUntil([&] { return ReadFileBytes(log).size() == kSlot * 201; }, 5000));
+            const auto flushed = [&] { return ReadFileBytes(log).size() == kSlot * 201; };
+            ASSERT_TRUE(testing_support::WaitUntil(flushed, 5000));
         }
     }
 
