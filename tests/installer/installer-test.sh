@@ -17,6 +17,10 @@ export WINEPREFIX="$work/wineprefix" WINEDEBUG=-all
 # No desktop entries for the shortcut outside the prefix.
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 trap 'wineserver -k >/dev/null 2>&1 || true' EXIT   # this prefix's server only
+# A run that failed or was stopped may have left a product half installed or
+# half removed: the next one starts from a new prefix.
+[ -f "$work/passed" ] || rm -rf "$WINEPREFIX"
+rm -f "$work/passed"
 [ -f "$WINEPREFIX/system.reg" ] || { wineboot --init >/dev/null 2>&1; wineserver -w; }
 
 scripts="$(cd "$(dirname "$0")/../../scripts" && pwd)"
@@ -41,10 +45,6 @@ classes() {
 }
 msiexec() { wine msiexec "$@" /qn || fail "msiexec $* exited with $?"; }
 
-# A run that failed half-way may have left a product or folders behind.
-wine msiexec /x "$work/new.msi" /qn >/dev/null 2>&1 || true
-wine msiexec /x "$work/old.msi" /qn >/dev/null 2>&1 || true
-rm -rf "$dir" "$plant"
 classes >"$work/before.txt"
 
 # What the two commands write for a copy in the folder the package will use.
@@ -105,4 +105,6 @@ msiexec /x "$work/new.msi"
 [ ! -e "$plant/Oriel.exe" ] || fail "uninstall after the upgrade left the program"
 rm -rf "$plant"
 
-[ "$fails" -eq 0 ] && echo "installer: all checks passed" || { echo "installer: $fails checks failed"; exit 1; }
+[ "$fails" -eq 0 ] || { echo "installer: $fails checks failed"; exit 1; }
+touch "$work/passed"
+echo "installer: all checks passed"
