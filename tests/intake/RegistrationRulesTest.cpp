@@ -8,31 +8,32 @@
 
 namespace {
 
-TEST(ScanCommandLine, RecognisesEitherSwitchInAnyCaseAfterEitherCharacter)
+// Either switch in any case after either character, but only as the whole
+// rest of the line; a later switch is found after an earlier one that matched
+// nothing; switch characters in the program path match nothing.
+TEST(ScanCommandLine, FindsAWholeSwitchAnywhereAfterTheProgram)
 {
-    EXPECT_EQ(SwitchAction::Register, ScanCommandLine(L"\"C:\\Oriel\\Oriel.exe\" /RegServer"));
-    EXPECT_EQ(SwitchAction::Register, ScanCommandLine(L"Oriel.exe -regserver"));
-    EXPECT_EQ(SwitchAction::Unregister, ScanCommandLine(L"Oriel.exe /UNREGSERVER"));
-    EXPECT_EQ(SwitchAction::Unregister, ScanCommandLine(L"Oriel.exe -UnregServer"));
-}
-
-TEST(ScanCommandLine, ASwitchCountsOnlyAsTheWholeRestOfTheLine)
-{
-    EXPECT_EQ(SwitchAction::Run, ScanCommandLine(L"Oriel.exe /RegServer /foo"));
-    EXPECT_EQ(SwitchAction::Run, ScanCommandLine(L"Oriel.exe /RegServer now"));
-    EXPECT_EQ(SwitchAction::Run, ScanCommandLine(L"Oriel.exe /RegServer "));
-    EXPECT_EQ(SwitchAction::Run, ScanCommandLine(L"Oriel.exe RegServer"));
-    // A later switch is found after an earlier one that matched nothing.
-    EXPECT_EQ(SwitchAction::Register, ScanCommandLine(L"Oriel.exe /foo /RegServer"));
-    EXPECT_EQ(SwitchAction::Unregister, ScanCommandLine(L"Oriel.exe -x -UnregServer"));
-}
-
-TEST(ScanCommandLine, SwitchCharactersInTheProgramPathMatchNothing)
-{
-    EXPECT_EQ(SwitchAction::Run, ScanCommandLine(L"Z:/opt/oriel-6/Oriel.exe"));
-    EXPECT_EQ(SwitchAction::Register, ScanCommandLine(L"Z:/opt/oriel-6/Oriel.exe -RegServer"));
-    EXPECT_EQ(SwitchAction::Run, ScanCommandLine(L"C:\\Oriel\\Oriel.exe -Embedding"));
-    EXPECT_EQ(SwitchAction::Run, ScanCommandLine(L"C:\\Oriel\\Oriel.exe /Automation"));
+    const struct {
+        const wchar_t* line;
+        SwitchAction action;
+    } cases[] = {
+        {L"\"C:\\Oriel\\Oriel.exe\" /RegServer", SwitchAction::Register},
+        {L"Oriel.exe -regserver", SwitchAction::Register},
+        {L"Oriel.exe /UNREGSERVER", SwitchAction::Unregister},
+        {L"Oriel.exe -UnregServer", SwitchAction::Unregister},
+        {L"Oriel.exe /RegServer /foo", SwitchAction::Run},
+        {L"Oriel.exe /RegServer now", SwitchAction::Run},
+        {L"Oriel.exe /RegServer ", SwitchAction::Run},
+        {L"Oriel.exe RegServer", SwitchAction::Run},
+        {L"Oriel.exe /foo /RegServer", SwitchAction::Register},
+        {L"Oriel.exe -x -UnregServer", SwitchAction::Unregister},
+        {L"Z:/opt/oriel-6/Oriel.exe", SwitchAction::Run},
+        {L"Z:/opt/oriel-6/Oriel.exe -RegServer", SwitchAction::Register},
+        {L"C:\\Oriel\\Oriel.exe -Embedding", SwitchAction::Run},
+        {L"C:\\Oriel\\Oriel.exe /Automation", SwitchAction::Run},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(c.action, ScanCommandLine(c.line)) << c.line;
 }
 
 // Settings, icon and language paths are the directory and a name appended.

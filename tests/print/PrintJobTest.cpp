@@ -9,7 +9,7 @@
 #include "lang/ResourceIds.h"
 #include "print/PrintJob.h"
 #include "print/PrintSettings.h"
-#include "winlayer/Resources.h"
+#include "support/ViewInput.h"
 
 namespace {
 
@@ -89,10 +89,7 @@ protected:
             GTEST_SKIP() << "no private print server (see with-printer.sh)";
         dc = ::CreateDCW(nullptr, L"PDFFILE", nullptr, nullptr);
         ASSERT_NE(nullptr, dc);
-        font.lfHeight = -12;
-        font.lfWeight = FW_NORMAL;
-        font.lfCharSet = DEFAULT_CHARSET;
-        winlayer::LoadText(IDS_FONT_FACE, font.lfFaceName, LF_FACESIZE);
+        font = testing_support::ViewLogFont();
         fontDialog.lStructSize = sizeof(fontDialog);
         fontDialog.lpLogFont = &font;
         watched = browser = ::CreateWindowExW(0, L"STATIC", L"browser", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100,

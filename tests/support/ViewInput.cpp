@@ -37,13 +37,19 @@ LRESULT SendHScroll(HWND window, int request, int thumb)
     return ::SendMessageW(window, WM_HSCROLL, MAKEWPARAM(request, thumb), 0);
 }
 
-HFONT CreateViewFont()
+LOGFONTW ViewLogFont()
 {
     LOGFONTW font = {};
     font.lfHeight = -12;
     font.lfWeight = FW_NORMAL;
     font.lfCharSet = DEFAULT_CHARSET;
     winlayer::LoadText(IDS_FONT_FACE, font.lfFaceName, LF_FACESIZE);
+    return font;
+}
+
+HFONT CreateViewFont()
+{
+    const LOGFONTW font = ViewLogFont();
     return ::CreateFontIndirectW(&font);
 }
 

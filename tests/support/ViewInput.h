@@ -15,7 +15,9 @@ SCROLLINFO ScrollBarOf(HWND window, int bar);
 LRESULT SendKey(HWND window, WPARAM key, bool control = false);
 LRESULT SendVScroll(HWND window, int request);
 LRESULT SendHScroll(HWND window, int request, int thumb = 0);
-// The font a view starts with: 12 pixels high in the language module's face.
+// The font a view starts with, which printing starts from too: 12 pixels
+// high in the language module's face.
+LOGFONTW ViewLogFont();
 HFONT CreateViewFont();
 // Bounds of an overlapped window with a vertical bar whose client area is
 // 800 pixels wide beside the bar and `lines` lines of the view font high,
