@@ -94,10 +94,15 @@ HWND CMessWnd::CreateMainWindow(HINSTANCE instance, const wchar_t* className,
                                 const wchar_t* title, HMENU menu, const RECT* bounds)
 {
     // The default rectangle is left CW_USEDEFAULT and the rest 0, so its
-    // width comes out as CW_USEDEFAULT too.
+    // width comes out as CW_USEDEFAULT too: 0 - INT_MIN wraps back to
+    // INT_MIN.  The sizes are taken in unsigned arithmetic, where that wrap
+    // is defined.
     RECT r = bounds != nullptr ? *bounds : RECT{CW_USEDEFAULT, 0, 0, 0};
+    auto extent = [](LONG from, LONG to) {
+        return static_cast<int>(static_cast<unsigned long>(to) - static_cast<unsigned long>(from));
+    };
     return Create(className, ::GetDesktopWindow(), title, kWindowStyle, kWindowExStyle, menu,
-                  r.left, r.top, r.right - r.left, r.bottom - r.top, instance);
+                  r.left, r.top, extent(r.left, r.right), extent(r.top, r.bottom), instance);
 }
 
 LRESULT CMessWnd::OnCreate(WPARAM, LPARAM, bool&)

@@ -3,7 +3,8 @@
 
 export WINEPREFIX="$BUILD_DIR/wineprefix"
 export WINEDEBUG=-all
-export WINEDLLOVERRIDES="mscoree,mshtml="
+# No debugger on a crash or a trap: the program ends and its test fails.
+export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
 
 ORIEL_BG_PIDS=()
 oriel_cleanup() {
