@@ -2,6 +2,7 @@
 
 #include "lang/ResourceIds.h"
 #include "server/ProgramFiles.h"
+#include "winlayer/FileDialogSize.h"
 #include "winlayer/Resources.h"
 
 namespace {
@@ -21,7 +22,7 @@ LRESULT CMessWnd::OnOpenLog(WPARAM, LPARAM, bool&)
     wchar_t title[128];
     winlayer::LoadText(IDS_FILE_DIALOG_TITLE, title, 128);
     OPENFILENAMEW dialog = {};
-    dialog.lStructSize = OPENFILENAME_SIZE_VERSION_400W;
+    dialog.lStructSize = winlayer::kOpenFileNameVersion4Size;
     dialog.hwndOwner = hwnd_;
     dialog.lpstrFilter = kLogFilter;
     dialog.nFilterIndex = 1;

@@ -8,6 +8,7 @@
 
 #include "lang/ResourceIds.h"
 #include "print/ExportLines.h"
+#include "winlayer/FileDialogSize.h"
 #include "winlayer/Resources.h"
 
 namespace {
@@ -48,7 +49,7 @@ bool AskOutputName(HWND owner, ExportSource source, wchar_t (&name)[MAX_PATH])
     wchar_t title[128];
     winlayer::LoadText(IDS_FILE_DIALOG_TITLE, title, 128);
     OPENFILENAMEW dialog = {};
-    dialog.lStructSize = OPENFILENAME_SIZE_VERSION_400W;
+    dialog.lStructSize = winlayer::kOpenFileNameVersion4Size;
     dialog.hwndOwner = owner;
     dialog.hInstance = ::GetModuleHandleW(nullptr);
     dialog.lpstrFilter = source == ExportSource::MainWindow ? kMainFilter : kBrowserFilter;

@@ -93,15 +93,26 @@ void PrintSummary(const char* finding)
     std::abort();
 }
 
+std::string ExceptionText(const EXCEPTION_RECORD& record)
+{
+    char text[80];
+    std::snprintf(text, sizeof(text), "exception 0x%08lx at %p", record.ExceptionCode, record.ExceptionAddress);
+    return text;
+}
+
 LONG WINAPI OnUnhandledException(EXCEPTION_POINTERS* info)
 {
-    const EXCEPTION_RECORD& record = *info->ExceptionRecord;
-    char detail[160];
-    std::snprintf(detail, sizeof(detail), "exception 0x%08lx at %p", record.ExceptionCode, record.ExceptionAddress);
-    // The checked build turns undefined behaviour into an illegal instruction.
-    if (record.ExceptionCode == EXCEPTION_ILLEGAL_INSTRUCTION)
-        ReportFinding("trap", std::string("undefined behaviour (illegal instruction) at ") + detail);
-    ReportFinding("crash", detail);
+    ReportFinding("crash", ExceptionText(*info->ExceptionRecord));
+}
+
+// The checked build turns undefined behaviour into an illegal instruction.
+// It is caught where it happens, before the platform could swallow it in a
+// window procedure.
+LONG WINAPI OnTrap(EXCEPTION_POINTERS* info)
+{
+    if (info->ExceptionRecord->ExceptionCode == EXCEPTION_ILLEGAL_INSTRUCTION)
+        ReportFinding("trap", "undefined behaviour: " + ExceptionText(*info->ExceptionRecord));
+    return EXCEPTION_CONTINUE_SEARCH;
 }
 
 void OnAbort(int)
@@ -221,6 +232,7 @@ int wmain(int argc, wchar_t** argv)
     }
     current.artifacts = options.artifacts;
     ::SetUnhandledExceptionFilter(OnUnhandledException);
+    ::AddVectoredExceptionHandler(1, OnTrap);
     std::signal(SIGABRT, OnAbort);
     // Neither the platform nor the code under test may wait for a user.
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
