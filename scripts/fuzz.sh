@@ -20,7 +20,7 @@ winpath() { winepath -w "$1" 2>/dev/null; }
 
 # A prefix of its own on Wine's null graphics driver: the readers' boxes
 # then open and close without a display, a hundred times faster than on X.
-export WINEPREFIX="$BUILD/fuzz-wineprefix"
+export WINEPREFIX="${ORIEL_FUZZ_PREFIX:-$BUILD/fuzz-wineprefix}"
 unset DISPLAY
 if [ ! -f "$WINEPREFIX/.oriel-fuzz-ready" ]; then
   wineboot --init >/dev/null 2>&1

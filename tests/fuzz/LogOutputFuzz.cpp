@@ -5,36 +5,18 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <string>
 
-#include "log/LogFormat.h"
+#include "LogBytes.h"
 #include "print/ExportText.h"
 #include "print/PrintRecords.h"
 #include "print/PrintSettings.h"
 #include "print/RecordTimes.h"
-#include "ring/MessageRecord.h"
 #include "support/ResourceText.h"
 #include "tools/fuzz/FuzzDriver.h"
 
 namespace {
-
-bool NewerHeader(const std::string& file)
-{
-    unsigned char header[kLogHeaderTextBytes] = {};
-    std::memcpy(header, file.data(), std::min<std::size_t>(file.size(), kLogHeaderTextBytes));
-    return IsNewerLogFormat(header, false);
-}
-
-// A copy, since the last record print setup reads need not start on a
-// whole slot.
-MessageRecord RecordAt(const std::string& file, std::size_t offset)
-{
-    MessageRecord record;
-    std::memcpy(&record, file.data() + offset, kRecordBytes);
-    return record;
-}
 
 bool SameTime(const SYSTEMTIME& a, const SYSTEMTIME& b)
 {
@@ -58,11 +40,10 @@ void CheckExport(const std::wstring& log, const std::string& file, ExportSource 
     const std::wstring text(reinterpret_cast<const wchar_t*>(output.data()), output.size() / 2);
     std::size_t at = 0;
     for (std::size_t offset = kRecordBytes; offset + kRecordBytes <= file.size(); offset += kRecordBytes) {
-        const MessageRecord record = RecordAt(file, offset);
-        const wchar_t* units = record.text;
         // A line ends at 158 characters: behind a time of the widest numbers
         // 100 units of the text still fit.
-        const std::wstring message(units, std::find(units, units + 100, L'\0'));
+        const MessageRecord record = RecordAt(file, offset);
+        const std::wstring message(record.text, std::find(record.text, record.text + 100, L'\0'));
         at = text.find(message, at);
         FUZZ_CHECK(at != std::wstring::npos);
         at += message.size();
@@ -88,61 +69,41 @@ void CheckRecordTimes(HANDLE log, const std::string& file)
                    SameTime(last, RecordAt(file, file.size() - kRecordBytes).time));
 }
 
-// What the print setup dialog hands the job: a range kind (one past the
-// known ones too), its two times and the lines a page holds.
-struct PrintChoice {
-    int range;
-    SYSTEMTIME from;
-    SYSTEMTIME to;
-    int linesPerPage;
-};
-
-// A range's times are often those of the file's own records, which is
-// where the searches end early; otherwise any time at all.
-PrintChoice ChoosePrint(FuzzInput& input, const std::string& file)
+// The job's pages hold, in order, exactly the whole records of the span it
+// selected, and the span lies within the file's slots.  The range's times
+// are often those of the file's own records, where the searches end early.
+void CheckPrintPages(HANDLE log, const std::string& file, FuzzInput& input)
 {
-    PrintChoice choice;
-    choice.range = static_cast<int>(input.Number(5));
-    choice.linesPerPage = 1 + static_cast<int>(input.Number(100));
-    const std::size_t slots = file.size() / kRecordBytes;
-    for (SYSTEMTIME* time : {&choice.from, &choice.to}) {
-        const std::size_t slot = input.Number(static_cast<std::uint32_t>(slots + 1));
-        for (WORD& field : reinterpret_cast<WORD(&)[8]>(*time))
+    const int range = static_cast<int>(input.Number(5));  // one past the known kinds too
+    const int linesPerPage = 1 + static_cast<int>(input.Number(100));
+    const int slots = static_cast<int>(file.size() / kRecordBytes);
+    SYSTEMTIME times[2];
+    for (SYSTEMTIME& time : times) {
+        const int slot = static_cast<int>(input.Number(slots + 1));
+        for (WORD& field : reinterpret_cast<WORD(&)[8]>(time))
             field = static_cast<WORD>(input.Number(0x10000));
         if (slot >= 1 && slot < slots)
-            *time = RecordAt(file, slot * kRecordBytes).time;
+            time = RecordAt(file, slot * kRecordBytes).time;
     }
-    return choice;
-}
-
-// The job's pages hold, in order, exactly the whole records of the span it
-// selected, and the span lies within the file's slots.
-void CheckPrintPages(HANDLE log, const std::string& file, const PrintChoice& choice)
-{
-    const int range = choice.range;
-    const int linesPerPage = choice.linesPerPage;
-    const std::size_t slots = file.size() / kRecordBytes;
     int first = -2;
     int last = -2;
-    const bool selected = SelectPrintRecords(log, range, choice.from, choice.to, &first, &last);
-    // A log without records has nothing to print, whatever the range kind.
-    if (slots <= 1) {
+    const bool selected = SelectPrintRecords(log, range, times[0], times[1], &first, &last);
+    if (slots <= 1) {  // nothing to print, whatever the range kind
         FUZZ_CHECK(selected && first == -1 && last == -1);
         return;
     }
     FUZZ_CHECK(selected == (range >= RangeAll && range <= RangeFrom));
     if (!selected)
         return;
-    FUZZ_CHECK(first >= 1 && first <= static_cast<int>(slots) && last >= 0 && last <= static_cast<int>(slots));
-    if (range == RangeAll)
-        FUZZ_CHECK(first == 1 && last == static_cast<int>(slots) - 1);
+    FUZZ_CHECK(first >= 1 && first <= slots && last >= 0 && last <= slots);
+    FUZZ_CHECK(range != RangeAll || (first == 1 && last == slots - 1));
     auto page = std::make_unique<MessageRecord[]>(linesPerPage);
     int printed = 0;
     for (int read; (read = ReadPrintPage(log, first, last, printed, linesPerPage, page.get())) > 0; printed += read) {
         FUZZ_CHECK(read <= linesPerPage && first + printed + read - 1 <= last);
         FUZZ_CHECK(std::memcmp(page.get(), file.data() + (first + printed) * kRecordBytes, read * kRecordBytes) == 0);
     }
-    FUZZ_CHECK(printed == std::max(0, std::min(last, static_cast<int>(slots) - 1) - first + 1));
+    FUZZ_CHECK(printed == std::max(0, std::min(last, slots - 1) - first + 1));
 }
 
 } // namespace
@@ -157,7 +118,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string file(reinterpret_cast<const char*>(data), size - choiceBytes);
     FuzzInput input(data + file.size(), choiceBytes);
     const bool fromBrowser = input.Number(2) == 1;
-    const PrintChoice choice = ChoosePrint(input, file);
     const std::wstring log = FuzzScratchPath(L"2601010000.qxl");
     WriteWholeFile(log, file.data(), file.size());
     CheckExport(log, file, fromBrowser ? ExportSource::Browser : ExportSource::MainWindow);
@@ -166,7 +126,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     FUZZ_CHECK(handle != INVALID_HANDLE_VALUE);
     CheckRecordTimes(handle, file);
-    CheckPrintPages(handle, file, choice);
+    CheckPrintPages(handle, file, input);
     ::CloseHandle(handle);
     FUZZ_CHECK(FuzzBoxes().empty());
     return 0;

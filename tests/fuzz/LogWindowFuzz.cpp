@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "log/LogFormat.h"
+#include "LogBytes.h"
 #include "log/LogWriter.h"
 #include "tools/fuzz/FuzzDriver.h"
 #include "view/FileLineSource.h"
@@ -46,13 +46,6 @@ int RecordsAt(const std::string& file, int topLine, int lines)
 void CheckPage(const std::string& file, int topLine, const MessageRecord* page, int filled)
 {
     FUZZ_CHECK(filled == 0 || std::memcmp(page, file.data() + (topLine + 1) * kRecordBytes, filled * kRecordBytes) == 0);
-}
-
-bool NewerHeader(const std::string& file)
-{
-    unsigned char header[kLogHeaderTextBytes] = {};
-    std::memcpy(header, file.data(), std::min<std::size_t>(file.size(), kLogHeaderTextBytes));
-    return IsNewerLogFormat(header, false);
 }
 
 // What start-up makes of the file: a file too short for its version text
