@@ -178,7 +178,7 @@ for what, out in outputs.items():
               "%s: grep finds the lines: %r" % (what, grep.stdout[:300]))
 
 # ---- rsyslog collects a follow of the real program's save directory --------
-# The README's recipe: follow --json --position appends to a feed file that
+# The recipe of docs/qxltool.md: follow --json --position appends to a feed file that
 # rsyslog tails, parses as JSON and writes out.  The program continues a
 # nearly full file of an earlier minute (the hostile records, then "seed N"
 # lines) and rolls over while both roads deliver; the follow is restarted

@@ -1,6 +1,6 @@
 #pragma once
 
-// The exit codes of qxltool, as --help and the README list them.
+// The exit codes of qxltool, as --help and docs/qxltool.md list them.
 enum QxlExitCode {
     kExitOk = 0,
     kExitDamaged = 1,     // check found damage
