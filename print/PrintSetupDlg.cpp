@@ -328,10 +328,9 @@ LRESULT CPrintSetupDlg::OnLButtonDown(WPARAM, LPARAM lParam, bool&)
     POINT point = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     const RECT header = ChildRect(IDC_HEADER_CODES);
     const RECT footer = ChildRect(IDC_FOOTER_CODES);
-    insertIntoHeader = false;
-    insertIntoFooter = false;
     const bool inHeader = ::PtInRect(&header, point) != FALSE;
     const bool inFooter = ::PtInRect(&footer, point) != FALSE;
+    // A click elsewhere leaves the box chosen before as the codes' target.
     if (!inHeader && !inFooter)
         return 0;
     insertIntoHeader = inHeader;

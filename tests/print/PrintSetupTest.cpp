@@ -79,16 +79,26 @@ TEST_F(PrintSetupTest, OkRefusesFieldByFieldWithTheFocusThereThenTakesTheRange)
     EXPECT_EQ(0, CompareLocalTimes(TestStamp(30), settings.rangeTo));
 }
 
+namespace {
+
+// Opens the code menu of one box's area with a click at its middle.
+void ClickCodeArea(HWND dialog, int area)
+{
+    RECT rect;
+    ::GetWindowRect(::GetDlgItem(dialog, area), &rect);
+    POINT click = {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+    ::ScreenToClient(dialog, &click);
+    ::PostMessageW(dialog, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(click.x, click.y));
+}
+
+} // namespace
+
 TEST_F(PrintSetupTest, TheCodeMenuInsertsAtTheCaretOfTheClickedBox)
 {
     script.Then([](HWND dialog) {
         Type(dialog, IDC_HEADER_TEXT, L"abcdef");
         ::SendDlgItemMessageW(dialog, IDC_HEADER_TEXT, EM_SETSEL, 3, 3);
-        RECT area;
-        ::GetWindowRect(::GetDlgItem(dialog, IDC_HEADER_CODES), &area);
-        POINT click = {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
-        ::ScreenToClient(dialog, &click);
-        ::PostMessageW(dialog, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(click.x, click.y));
+        ClickCodeArea(dialog, IDC_HEADER_CODES);
     });
     // Choose "&T" from the menu with the keyboard: down four times, enter.
     script.Then([](HWND menu) {
@@ -103,6 +113,16 @@ TEST_F(PrintSetupTest, TheCodeMenuInsertsAtTheCaretOfTheClickedBox)
         ::SendMessageW(dialog, WM_COMMAND, IDM_CODE_FILE, 0);
         EXPECT_EQ(L"abc&Tdef", ItemText(dialog, IDC_HEADER_TEXT));
         EXPECT_EQ(L"Page &P", ItemText(dialog, IDC_FOOTER_TEXT));
+        ::SendDlgItemMessageW(dialog, IDC_FOOTER_TEXT, EM_SETSEL, 0, 0);
+        ClickCodeArea(dialog, IDC_FOOTER_CODES);
+    });
+    // The footer's menu closed unused, then a click away from both areas:
+    // the footer stays the target of the next code command.
+    script.Then([](HWND menu) { ::PostMessageW(menu, WM_KEYDOWN, VK_ESCAPE, 0); });
+    script.Then([](HWND dialog) {
+        ::SendMessageW(dialog, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
+        ::SendMessageW(dialog, WM_COMMAND, IDM_CODE_FILE, 0);
+        EXPECT_EQ(L"&FPage &P", ItemText(dialog, IDC_FOOTER_TEXT));
         Click(dialog, IDCANCEL);
     });
     EXPECT_EQ(IDCANCEL, Run());
