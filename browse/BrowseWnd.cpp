@@ -150,6 +150,11 @@ LRESULT CBrowseWnd::OnClose(WPARAM, LPARAM, bool& handled)
 {
     ::KillTimer(hwnd_, kFollowTimer);
     FreePrinterSettings(printSettings);
+    // Zero whatever the frees returned: the print setup dialog may have
+    // handed back handles it had freed already, and the destructor must not
+    // free them once more.
+    printSettings.printerDevMode = nullptr;
+    printSettings.printerDevNames = nullptr;
     if (!lines.CloseFile()) {
         ReportBrowseError();
         // Given up on: the window goes, and nothing will use it again.
