@@ -240,6 +240,9 @@ int wmain(int argc, wchar_t** argv)
     wchar_t temp[MAX_PATH];
     ::GetTempPathW(MAX_PATH, temp);
     scratchFolder = std::wstring(temp) + L"oriel-fuzz-" + std::to_wstring(::GetCurrentProcessId()) + L"\\";
+    // An earlier run of this process number that ended on a finding may
+    // have left its files.
+    RemoveScratchFolder();
     ::CreateDirectoryW(scratchFolder.c_str(), nullptr);
     ::CloseHandle(::CreateThread(nullptr, 0, Watchdog, reinterpret_cast<void*>(static_cast<LONGLONG>(options.timeoutMs)),
                                  0, nullptr));

@@ -1,6 +1,5 @@
 #include "tools/qxltool/TimeText.h"
 
-#include <cwctype>
 
 namespace {
 
@@ -15,12 +14,19 @@ int DaysInMonth(int year, int month)
     return month == 2 && IsLeapYear(year) ? 29 : kDays[month - 1];
 }
 
+// The ASCII digits only: the runtime's iswdigit also takes the decimal
+// digits of other scripts, which `- L'0'` would turn into wild numbers.
+bool IsAsciiDigit(wchar_t c)
+{
+    return c >= L'0' && c <= L'9';
+}
+
 // Reads exactly `digits` decimal digits at `pos`.
 bool ReadDigits(const std::wstring& text, std::size_t& pos, int digits, int& value)
 {
     value = 0;
     for (int i = 0; i < digits; ++i, ++pos) {
-        if (pos >= text.size() || !std::iswdigit(text[pos]))
+        if (pos >= text.size() || !IsAsciiDigit(text[pos]))
             return false;
         value = value * 10 + (text[pos] - L'0');
     }
@@ -81,7 +87,7 @@ bool ParseTimeArgument(const std::wstring& text, TimeEnd end, SYSTEMTIME& time,
                 // (or nines for the end of a span).
                 int digits = 0;
                 milliseconds = 0;
-                for (; pos < text.size() && digits < 3 && std::iswdigit(text[pos]); ++pos, ++digits)
+                for (; pos < text.size() && digits < 3 && IsAsciiDigit(text[pos]); ++pos, ++digits)
                     milliseconds = milliseconds * 10 + (text[pos] - L'0');
                 if (digits == 0 || pos != text.size())
                     return false;
