@@ -1,40 +1,11 @@
-// The registration side of the server: its command line, where its files
-// are, and the registry script it runs.
+// The registration side of the server: where its files are, and the
+// registry script it runs (its command line is the fuzz driver's).
 #include <gtest/gtest.h>
 
 #include "intake/RegistryScript.h"
-#include "server/CommandLine.h"
 #include "server/ProgramFiles.h"
 
 namespace {
-
-// Either switch in any case after either character, but only as the whole
-// rest of the line; a later switch is found after an earlier one that matched
-// nothing; switch characters in the program path match nothing.
-TEST(ScanCommandLine, FindsAWholeSwitchAnywhereAfterTheProgram)
-{
-    const struct {
-        const wchar_t* line;
-        SwitchAction action;
-    } cases[] = {
-        {L"\"C:\\Oriel\\Oriel.exe\" /RegServer", SwitchAction::Register},
-        {L"Oriel.exe -regserver", SwitchAction::Register},
-        {L"Oriel.exe /UNREGSERVER", SwitchAction::Unregister},
-        {L"Oriel.exe -UnregServer", SwitchAction::Unregister},
-        {L"Oriel.exe /RegServer /foo", SwitchAction::Run},
-        {L"Oriel.exe /RegServer now", SwitchAction::Run},
-        {L"Oriel.exe /RegServer ", SwitchAction::Run},
-        {L"Oriel.exe RegServer", SwitchAction::Run},
-        {L"Oriel.exe /foo /RegServer", SwitchAction::Register},
-        {L"Oriel.exe -x -UnregServer", SwitchAction::Unregister},
-        {L"Z:/opt/oriel-6/Oriel.exe", SwitchAction::Run},
-        {L"Z:/opt/oriel-6/Oriel.exe -RegServer", SwitchAction::Register},
-        {L"C:\\Oriel\\Oriel.exe -Embedding", SwitchAction::Run},
-        {L"C:\\Oriel\\Oriel.exe /Automation", SwitchAction::Run},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(c.action, ScanCommandLine(c.line)) << c.line;
-}
 
 // Settings, icon and language paths are the directory and a name appended.
 TEST(ProgramDirectoryOf, KeepsTheBackslashThatNamesAreAppendedTo)

@@ -1,13 +1,12 @@
 // The pure rules of printing: time order, range bounds against a scan, page
-// arithmetic, the setup dialog's field checks, code insertion.
+// arithmetic (the setup dialog's field checks and code insertion are the
+// fuzz driver's).
 #include <gtest/gtest.h>
 
 #include <random>
 #include <string>
 #include <vector>
 
-#include "lang/ResourceIds.h"
-#include "print/FieldCodes.h"
 #include "print/PageLayout.h"
 #include "print/RangeFields.h"
 #include "print/RecordBounds.h"
@@ -57,6 +56,9 @@ TEST(PrintRules, TimeOrderCountsMillisecondsAndPutsUnconvertibleTimesFirst)
     // All zeros, month 0: equal to each other, before the platform's first moment.
     EXPECT_EQ(0, CompareLocalTimes(SYSTEMTIME{}, Time(2026, 0, 3, 10, 0, 0)));
     EXPECT_EQ(-1, CompareLocalTimes(SYSTEMTIME{}, Time(1601, 1, 1, 0, 0, 0)));
+    // Entered times have no milliseconds: 10:00:00 is before a first record at 10:00:00.500.
+    const SYSTEMTIME entered = TimeFromFields(TimeFieldValues{{2026, 3, 3, 10, 0, 0}});
+    EXPECT_FALSE(IsWithinLog(entered, Time(2026, 3, 3, 10, 0, 0, 500), Time(2026, 3, 3, 11, 0, 0)));
 }
 
 TEST(PrintRules, RecordBoundsAgreeWithAScanOverRandomLogs)
@@ -136,72 +138,4 @@ TEST(PrintRules, PageGeometryInHundredthsOfAnInchAndCopies)
     EXPECT_EQ((std::vector<int>{3, 1, 3}), (std::vector<int>{collated.outer, collated.inner, collated.total}));
     EXPECT_EQ((std::vector<int>{1, 3, 3}),
               (std::vector<int>{uncollated.outer, uncollated.inner, uncollated.total}));
-}
-
-TEST(PrintRules, EveryFieldRefusalWithItsStringField)
-{
-    auto fields = [](std::vector<int> v, int empty = -1) {
-        TimeFieldValues f;
-        for (int i = 0; i < kTimeFields; ++i) {
-            f.value[i] = i == empty ? 0 : v[i];
-            f.empty[i] = i == empty;
-        }
-        return f;
-    };
-    const std::vector<int> good = {2026, 3, 3, 10, 20, 30};
-    // Each row: the fields, then the refusal's text, field and (for a bad
-    // day only) the days of the month; good fields give 0, FieldYear, 0.
-    const struct {
-        TimeFieldValues f;
-        UINT textId;
-        int field;
-        int days;
-    } cases[] = {
-        {fields(good), 0, FieldYear, 0},
-        {fields(good, FieldYear), IDS_FIELD_EMPTY, FieldYear, 0},
-        {fields({10000, 3, 3, 10, 20, 30}), IDS_BAD_YEAR, FieldYear, 0},
-        {fields({-1, 3, 3, 10, 20, 30}), IDS_BAD_YEAR, FieldYear, 0},
-        // An empty month or day is not "empty": it reads 0 and fails its range.
-        {fields(good, FieldMonth), IDS_BAD_MONTH, FieldMonth, 0},
-        {fields({2026, 13, 3, 10, 20, 30}), IDS_BAD_MONTH, FieldMonth, 0},
-        {fields(good, FieldDay), IDS_BAD_DAY, FieldDay, 31},
-        {fields({2026, 4, 31, 10, 20, 30}), IDS_BAD_DAY, FieldDay, 30},
-        {fields({2000, 2, 29, 0, 0, 0}), 0, FieldYear, 0},
-        {fields({2024, 2, 29, 0, 0, 0}), 0, FieldYear, 0},
-        {fields({1900, 2, 29, 0, 0, 0}), IDS_BAD_DAY, FieldDay, 28},
-        {fields({2023, 2, 29, 0, 0, 0}), IDS_BAD_DAY, FieldDay, 28},
-        {fields(good, FieldHour), IDS_FIELD_EMPTY, FieldHour, 0},
-        {fields({2026, 3, 3, 24, 20, 30}), IDS_BAD_HOUR, FieldHour, 0},
-        {fields(good, FieldMinute), IDS_FIELD_EMPTY, FieldMinute, 0},
-        {fields({2026, 3, 3, 10, 60, 30}), IDS_BAD_MINUTE, FieldMinute, 0},
-        {fields(good, FieldSecond), IDS_FIELD_EMPTY, FieldSecond, 0},
-        {fields({2026, 3, 3, 10, 20, -1}), IDS_BAD_SECOND, FieldSecond, 0},
-        {fields({2026, 0, 40, 99, 99, 99}), IDS_BAD_MONTH, FieldMonth, 0},  // the first wins
-    };
-    for (const auto& c : cases) {
-        const FieldRefusal r = CheckTimeFields(c.f);
-        EXPECT_EQ((std::vector<int>{static_cast<int>(c.textId), c.field, c.days}),
-                  (std::vector<int>{static_cast<int>(r.textId), r.field, r.days}))
-            << c.f.value[0] << " " << c.f.value[1] << " " << c.f.value[2];
-    }
-    // Entered times have no milliseconds: 10:00:00 is before a first record at 10:00:00.500.
-    const SYSTEMTIME entered = TimeFromFields(fields({2026, 3, 3, 10, 0, 0}));
-    EXPECT_FALSE(IsWithinLog(entered, Time(2026, 3, 3, 10, 0, 0, 500), Time(2026, 3, 3, 11, 0, 0)));
-    EXPECT_TRUE(IsWithinLog(entered, Time(2026, 3, 3, 9, 0, 0), entered));
-}
-
-TEST(PrintRules, CodesGoInAtTheCaretOrOverTheSelection)
-{
-    EXPECT_EQ(nullptr, FieldCodeForCommand(IDOK));
-    wchar_t out[kFieldTextUnits];
-    ASSERT_TRUE(InsertFieldCode(L"Page 12", 5, 7, L"&P", out));
-    EXPECT_STREQ(L"Page &P", out);
-    EXPECT_FALSE(InsertFieldCode(L"abc", 2, 1, L"&F", out));
-    // A full box: of the 23 units after the caret at 1000, 1024 - 1000 - 4 stay;
-    // at 1022 the code itself is cut at unit 1023.
-    const std::wstring full(1023, L'x');
-    ASSERT_TRUE(InsertFieldCode(full.c_str(), 1000, 1000, L"&D", out));
-    EXPECT_EQ(std::wstring(1000, L'x') + L"&D" + std::wstring(20, L'x'), out);
-    ASSERT_TRUE(InsertFieldCode(full.c_str(), 1022, 1022, L"&D", out));
-    EXPECT_EQ(std::wstring(1022, L'x') + L"&", out);
 }
