@@ -64,16 +64,22 @@ TEST(LogSet, OrdersByNameTimeWithUnplaceableNamesFirst)
     EXPECT_EQ(L"name.qxl", MakeLogFileEntry(L"rel/dir\\name.qxl").name);
 }
 
-TEST(RangeSlots, BinarySearchAgreesWithReadingEveryRecord)
+// Random logs in 100 ms steps with runs of equal stamps, in files in time
+// order (some without a first record to read), and random ranges: the
+// binary searches choose what reading every record would.
+TEST(RangeSearch, SlotsAndFilesAgreeWithReadingEveryRecord)
 {
     std::mt19937 random(1234);
     for (int round = 0; round < 400; ++round) {
-        // A sorted log with runs of equal stamps.
-        std::vector<SYSTEMTIME> times;
+        std::vector<std::vector<SYSTEMTIME>> files(random() % 12);
+        std::vector<SYSTEMTIME> times;  // the files' records one after the other
         int tenths = 3;  // ranges may start before the first record
-        for (int i = static_cast<int>(random() % 60); i > 0; --i) {
-            tenths += random() % 3 == 0 ? 0 : static_cast<int>(random() % 4);
-            times.push_back(AtTenths(tenths));
+        for (auto& file : files) {
+            for (int n = random() % 4 == 0 ? 0 : static_cast<int>(random() % 8); n > 0; --n) {
+                tenths += random() % 3 == 0 ? 0 : static_cast<int>(random() % 4);
+                times.push_back(AtTenths(tenths));
+                file.push_back(times.back());
+            }
         }
         const int count = static_cast<int>(times.size());
         const auto timeAt = [&](int slot, SYSTEMTIME& time) {
@@ -81,11 +87,17 @@ TEST(RangeSlots, BinarySearchAgreesWithReadingEveryRecord)
             time = times[static_cast<size_t>(slot - 1)];
             return true;
         };
+        const auto firstTime = [&](size_t i, SYSTEMTIME& time) {
+            if (!files[i].empty())
+                time = files[i].front();
+            return !files[i].empty();
+        };
         for (int query = 0; query < 10; ++query) {
             const TimeRange range = RandomRange(random, tenths);
+            const auto inRange = [&](const SYSTEMTIME& t) { return range.Contains(t); };
             std::vector<int> expected, selected;
             for (int slot = 1; slot <= count; ++slot) {
-                if (range.Contains(times[static_cast<size_t>(slot - 1)]))
+                if (inRange(times[static_cast<size_t>(slot - 1)]))
                     expected.push_back(slot);
             }
             SlotSpan span;
@@ -93,44 +105,21 @@ TEST(RangeSlots, BinarySearchAgreesWithReadingEveryRecord)
             for (int slot = span.first; slot <= span.last; ++slot)
                 selected.push_back(slot);
             ASSERT_EQ(expected, selected) << "round " << round << " query " << query;
-        }
-    }
-}
-
-TEST(RangeFiles, ChoosesEveryFileWithRecordsInTheRangeAndNoneStartingAfterIt)
-{
-    std::mt19937 random(42);
-    for (int round = 0; round < 300; ++round) {
-        // Files of one log in time order; some without a first record to read.
-        std::vector<std::vector<SYSTEMTIME>> files(random() % 12);
-        int tenths = 3;
-        for (auto& file : files) {
-            for (int n = random() % 4 == 0 ? 0 : static_cast<int>(random() % 5); n > 0; --n) {
-                tenths += static_cast<int>(random() % 3);
-                file.push_back(AtTenths(tenths));
-            }
-        }
-        const auto firstTime = [&](size_t i, SYSTEMTIME& time) {
-            if (!files[i].empty())
-                time = files[i].front();
-            return !files[i].empty();
-        };
-        const TimeRange range = RandomRange(random, tenths);
-        const auto chosen = SelectRangeFiles(files.size(), firstTime, range);
-        ASSERT_LE(chosen.second, files.size());
-        for (size_t i = 0; i < files.size(); ++i) {
-            const bool inside = i >= chosen.first && i < chosen.second;
-            if (std::any_of(files[i].begin(), files[i].end(), [&](const SYSTEMTIME& t) { return range.Contains(t); })) {
-                EXPECT_TRUE(inside) << "round " << round << " file " << i;
-            }
-            if (!files[i].empty() && range.hasTo && CompareLocalTimes(files[i].front(), range.to) > 0) {
-                EXPECT_FALSE(inside) << "round " << round << " file " << i;
+            // Every file with records in the range is chosen, none that starts after it.
+            const auto chosen = SelectRangeFiles(files.size(), firstTime, range);
+            ASSERT_LE(chosen.second, files.size());
+            for (size_t i = 0; i < files.size(); ++i) {
+                const bool inside = i >= chosen.first && i < chosen.second;
+                if (std::any_of(files[i].begin(), files[i].end(), inRange))
+                    EXPECT_TRUE(inside) << "round " << round << " file " << i;
+                if (!files[i].empty() && range.hasTo && CompareLocalTimes(files[i].front(), range.to) > 0)
+                    EXPECT_FALSE(inside) << "round " << round << " file " << i;
             }
         }
     }
 }
 
-TEST(LogCheck, FindsDamageInRecordsAndTimeGoingBackwards)
+TEST(LogCheck, FindsDamageInRecordsTimeGoingBackwardsAndNamesThatAreNoTimes)
 {
     LogChecker checker;
     checker.BeginFile(L"2611231405.qxl", 272 * 7 + 100, CheckFindings::Header::Accepted);
@@ -141,13 +130,10 @@ TEST(LogCheck, FindsDamageInRecordsAndTimeGoingBackwards)
     checker.Record(5, MessageRecord{});
     checker.Record(6, Record(At(14, 4, 0), L"same time: not backwards"));
     CheckFindings f = checker.EndFile();
-    EXPECT_EQ(6, f.records);
-    EXPECT_EQ(100, f.tornBytes);
     EXPECT_EQ(2, f.zeroSlots.count);
     EXPECT_EQ(3, f.badTimes.firstSlot);
     EXPECT_EQ(4, f.backwards.firstSlot);
     EXPECT_EQ(1, f.backwards.count);
-    EXPECT_TRUE(f.Damaged());
 
     // Time going back is a warning only, also from one file to the next.
     checker.BeginFile(L"2611231406.qxl", 272 * 2, CheckFindings::Header::Accepted);
@@ -155,22 +141,12 @@ TEST(LogCheck, FindsDamageInRecordsAndTimeGoingBackwards)
     f = checker.EndFile();
     EXPECT_TRUE(f.backwardsFromPrevious);
     EXPECT_EQ(0, f.backwards.count);
-    EXPECT_FALSE(f.Damaged());
     EXPECT_TRUE(f.Warned());
-}
 
-TEST(LogCheck, JudgesHeadersShapesAndNames)
-{
-    LogChecker checker;
-    const auto check = [&](const wchar_t* name, long long size, CheckFindings::Header header) {
-        checker.BeginFile(name, size, header);
-        return checker.EndFile();
-    };
-    const CheckFindings newer = check(L"2611231405.qxl", 99999, CheckFindings::Header::Newer);
-    EXPECT_TRUE(newer.Damaged());
-    EXPECT_EQ(0, newer.records + newer.tornBytes);  // nothing behind a refused header is counted
-    EXPECT_TRUE(check(L"2611231405.qxl", 200, CheckFindings::Header::Accepted).Damaged());
+    // Record counts, torn tails, refused headers and which findings damage a
+    // file are the fuzz driver's; the findings' texts mostly qxltool_test.py's.
+    checker.BeginFile(L"day00.qxl", 272, CheckFindings::Header::Accepted);
     EXPECT_EQ("day00.qxl: 0 records, warnings\n"
               "  name: not a time YYMMDDHHmm, so the file cannot be placed among the others\n",
-              DescribeFindings(check(L"day00.qxl", 272, CheckFindings::Header::Accepted)));
+              DescribeFindings(checker.EndFile()));
 }

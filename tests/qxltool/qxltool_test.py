@@ -97,8 +97,7 @@ check(tool("check", win(damage))[:2] == (OK, "2611231405.qxl: 2 records, 2026-11
 log_file(damage + "/2611231406.qxl", [("a", at(5, 0))], tail=bytes(172))
 log_file(damage + "/2611231407.qxl", [("", (0,) * 8)] * 3, version="8.000000")
 open(damage + "/2611231408.qxl", "wb").write(b"7" * 31)
-code, out, _ = tool("check", win(damage))
-check(code == DAMAGED, "check: damage exits with 1")
+out = tool("check", win(damage))[1]  # its exit code is the fuzz driver's
 for finding in ["2611231406.qxl: 1 record, 2026-11-23T14:05:00.000 .. 2026-11-23T14:05:00.000, damaged\n"
                 "  torn tail: 172 bytes after slot 1, the last whole record\n",
                 "2611231407.qxl: damaged\n  header: the version text sorts after ours",
@@ -106,13 +105,10 @@ for finding in ["2611231406.qxl: 1 record, 2026-11-23T14:05:00.000 .. 2026-11-23
                 "\n4 files, 3 records: 3 damaged, 0 with warnings only\n"]:
     check(finding in out, "check finds %r in %r" % (finding, out))
 
-# convert: as a browser converts a text log; a short earlier conversion is
-# neither reused nor replaced (the browser gives up silently, the tool says so).
-open(work + "/day.log", "wb").write(b"2009-03-04 05:06:07 pump started\r\n2009-03-04 05:06:08 valve opened\r\n")
-check(tool("convert", win(work + "/day.log"))[:2] == (OK, win(work) + "\\day00.qxl\n"), "convert names its file")
-check(tool("dump", "--iso", win(work + "/day00.qxl"))[1] ==
-      "2009-03-04T05:06:07.000 pump started\n2009-03-04T05:06:08.000 valve opened\n", "the converted records")
-check(tool("convert", win(work + "/day00.qxl"))[0] == USAGE, "convert takes only text logs")
+# convert: a short earlier conversion is neither reused nor replaced (the
+# browser gives up silently, the tool says so); its name, exit codes and
+# records are the fuzz driver's and the conversion's tests'.
+open(work + "/day.log", "wb").write(b"2009-03-04 05:06:07 pump started\r\n")
 open(work + "/day00.qxl", "wb").write(bytes(10))
 code, _, err = tool("convert", win(work + "/day.log"))
 check(code == NOT_CONVERTED and "not converted" in err, "a short earlier conversion: %d %s" % (code, err))

@@ -26,24 +26,15 @@ std::wstring Text(const std::vector<unsigned char>& bytes, size_t offset, size_t
 DecodedLog DecodeLog(const std::vector<unsigned char>& bytes)
 {
     DecodedLog log;
-    if (bytes.size() < kSlot)
-        return log;
-    log.version = Text(bytes, 0, 16);
-    log.headerRestZero = true;
-    for (size_t i = 2 * log.version.size(); i < kSlot; ++i)
-        log.headerRestZero = log.headerRestZero && bytes[i] == 0;
-    size_t offset = kSlot;
-    for (; offset + kSlot <= bytes.size(); offset += kSlot) {
+    for (size_t offset = kSlot; offset + kSlot <= bytes.size(); offset += kSlot) {
         DecodedRecord record;
         WORD* fields[] = {&record.year, &record.month,  &record.dayOfWeek, &record.day,
                           &record.hour, &record.minute, &record.second,    &record.milliseconds};
         for (size_t f = 0; f < 8; ++f)
             *fields[f] = Word(bytes, offset + 2 * f);
         record.text = Text(bytes, offset + 16, 128);
-        record.raw.assign(bytes.begin() + offset, bytes.begin() + offset + kSlot);
         log.records.push_back(record);
     }
-    log.trailingBytes = bytes.size() - offset;
     return log;
 }
 

@@ -9,14 +9,10 @@
 struct DecodedRecord {
     WORD year, month, dayOfWeek, day, hour, minute, second, milliseconds;
     std::wstring text;  // up to the first zero unit, at most 128 units
-    std::vector<unsigned char> raw;
 };
 
 struct DecodedLog {
-    std::wstring version;        // the header's text, up to its first zero
-    bool headerRestZero = false; // every header byte after the text is zero
     std::vector<DecodedRecord> records;
-    size_t trailingBytes = 0;    // bytes after the last whole record
 };
 
 DecodedLog DecodeLog(const std::vector<unsigned char>& bytes);

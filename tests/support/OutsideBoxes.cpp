@@ -13,11 +13,6 @@ std::wstring Trimmed(std::wstring text)
     return text;
 }
 
-bool Contains(const std::vector<HWND>& windows, HWND window)
-{
-    return std::find(windows.begin(), windows.end(), window) != windows.end();
-}
-
 bool ProcessEnded(DWORD processId)
 {
     HANDLE process = ::OpenProcess(SYNCHRONIZE, FALSE, processId);
@@ -51,7 +46,7 @@ ProcessBox WaitForNewBox(DWORD processId, const std::vector<HWND>& seen, DWORD t
     const DWORD start = ::GetTickCount();
     do {
         for (const ProcessBox& box : OpenBoxes(processId)) {
-            if (!Contains(seen, box.window))
+            if (std::find(seen.begin(), seen.end(), box.window) == seen.end())
                 return box;
         }
         ::Sleep(20);

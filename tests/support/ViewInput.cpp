@@ -47,16 +47,11 @@ LOGFONTW ViewLogFont()
     return font;
 }
 
-HFONT CreateViewFont()
-{
-    const LOGFONTW font = ViewLogFont();
-    return ::CreateFontIndirectW(&font);
-}
-
 RECT WindowRectForLines(int lines, DWORD exStyle, bool menu)
 {
     HDC dc = ::GetDC(nullptr);
-    HFONT font = CreateViewFont();
+    const LOGFONTW viewFont = ViewLogFont();
+    HFONT font = ::CreateFontIndirectW(&viewFont);
     HGDIOBJ old = ::SelectObject(dc, font);
     TEXTMETRICW metrics;
     ::GetTextMetricsW(dc, &metrics);

@@ -18,7 +18,6 @@ LRESULT SendHScroll(HWND window, int request, int thumb = 0);
 // The font a view starts with, which printing starts from too: 12 pixels
 // high in the language module's face.
 LOGFONTW ViewLogFont();
-HFONT CreateViewFont();
 // Bounds of an overlapped window with a vertical bar whose client area is
 // 800 pixels wide beside the bar and `lines` lines of the view font high,
 // plus half a line, so that exactly `lines` whole lines fit.

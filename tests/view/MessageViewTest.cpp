@@ -70,7 +70,8 @@ protected:
     static void SetUpTestSuite()
     {
         testing_support::UseEnglishModule();
-        ViewHost::font = testing_support::CreateViewFont();
+        const LOGFONTW font = testing_support::ViewLogFont();
+        ViewHost::font = ::CreateFontIndirectW(&font);
         WNDCLASSEXW wc = {};
         wc.hInstance = ::GetModuleHandleW(nullptr);
         wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
