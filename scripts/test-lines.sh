@@ -1,10 +1,17 @@
 #!/usr/bin/env bash
-# Lines of the test suite against the rest of the repository's code (C++,
-# shell and Python files tracked by git), and the tests' share of all lines.
+# Lines of the test suite against the rest of the repository's code, and the
+# tests' share of all lines: first over the C++, shell and Python files
+# tracked by git, then with the build and resource files (CMake, resource
+# scripts, interface and registration scripts, export lists) counted too.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-count() { git ls-files -- "$@" | grep -E '\.(cpp|h|sh|py)$' | xargs -r cat | wc -l; }
-tests=$(count tests)
-rest=$(count . ':!tests')
-awk -v t="$tests" -v r="$rest" 'BEGIN {
-  printf "tests %d lines, the rest %d lines: tests are %.2f of all lines (%.2f of the rest)\n", t, r, t / (t + r), t / r }'
+share() {
+  local pattern="$1" what="$2" tests rest
+  count() { git ls-files -- "$@" | grep -E "$pattern" | while read -r f; do [ -f "$f" ] && cat "$f"; done | wc -l; }
+  tests=$(count tests)
+  rest=$(count . ':!tests')
+  awk -v t="$tests" -v r="$rest" -v w="$what" 'BEGIN {
+    printf "%s: tests %d lines, the rest %d lines: tests are %.4f of all lines\n", w, t, r, t / (t + r) }'
+}
+share '\.(cpp|h|sh|py)$' "source files"
+share '\.(cpp|h|sh|py|cmake|rc|idl|rgs|def)$|CMakeLists\.txt$' "with build and resource files"
