@@ -17,6 +17,17 @@ constexpr std::uint32_t kInterestingWords[] = {
     0, 1, 0x7F, 0x80, 0xFF, 0x7FFF, 0x8000, 0xFFFF, 0x10000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF,
     272, 271, 273, 5000, 4999, 5001, 128, 127, 129, 0x80000001};
 
+// The position `offset` bytes into `bytes`.
+FuzzBytes::iterator At(FuzzBytes& bytes, std::size_t offset)
+{
+    return bytes.begin() + static_cast<std::ptrdiff_t>(offset);
+}
+
+FuzzBytes::const_iterator At(const FuzzBytes& bytes, std::size_t offset)
+{
+    return bytes.begin() + static_cast<std::ptrdiff_t>(offset);
+}
+
 void PutUnit(FuzzBytes& input, std::size_t at, std::uint16_t unit)
 {
     input[at] = static_cast<std::uint8_t>(unit);
@@ -33,16 +44,13 @@ void MutateOnce(FuzzBytes& input, const FuzzBytes& other, FuzzRandom& random)
     switch (random.Below(size == 0 ? 2 : 12)) {
     case 0:  // insert a few random bytes
         for (std::size_t n = 1 + random.Below(8); n > 0; --n)
-            input.insert(input.begin() + static_cast<std::ptrdiff_t>(random.Below(input.size() + 1)),
-                         static_cast<std::uint8_t>(random.Next()));
+            input.insert(At(input, random.Below(input.size() + 1)), static_cast<std::uint8_t>(random.Next()));
         break;
     case 1:  // splice: a piece of the other input
         if (!other.empty()) {
             const std::size_t from = random.Below(other.size());
             const std::size_t length = 1 + random.Below(other.size() - from);
-            input.insert(input.begin() + static_cast<std::ptrdiff_t>(random.Below(input.size() + 1)),
-                         other.begin() + static_cast<std::ptrdiff_t>(from),
-                         other.begin() + static_cast<std::ptrdiff_t>(from + length));
+            input.insert(At(input, random.Below(input.size() + 1)), At(other, from), At(other, from + length));
         }
         break;
     case 2:
@@ -64,23 +72,21 @@ void MutateOnce(FuzzBytes& input, const FuzzBytes& other, FuzzRandom& random)
         input.resize(at);
         break;
     case 7:  // drop a range
-        input.erase(input.begin() + static_cast<std::ptrdiff_t>(at),
-                    input.begin() + static_cast<std::ptrdiff_t>(at + 1 + random.Below(std::min<std::size_t>(size - at, 64))));
+        input.erase(At(input, at), At(input, at + 1 + random.Below(std::min<std::size_t>(size - at, 64))));
         break;
     case 8: {  // repeat a chunk in place
         const std::size_t length = 1 + random.Below(std::min<std::size_t>(size - at, 64));
-        const FuzzBytes chunk(input.begin() + static_cast<std::ptrdiff_t>(at),
-                              input.begin() + static_cast<std::ptrdiff_t>(at + length));
-        input.insert(input.begin() + static_cast<std::ptrdiff_t>(random.Below(size + 1)), chunk.begin(), chunk.end());
+        const FuzzBytes chunk(At(input, at), At(input, at + length));
+        input.insert(At(input, random.Below(size + 1)), chunk.begin(), chunk.end());
         break;
     }
     case 9: {  // a whole record copied, or dropped
         const std::size_t record = at / kRecordSize * kRecordSize;
         const std::size_t end = std::min(size, record + kRecordSize);
         if (random.Below(2) == 0) {
-            input.erase(input.begin() + static_cast<std::ptrdiff_t>(record), input.begin() + static_cast<std::ptrdiff_t>(end));
+            input.erase(At(input, record), At(input, end));
         } else {
-            const FuzzBytes copy(input.begin() + static_cast<std::ptrdiff_t>(record), input.begin() + static_cast<std::ptrdiff_t>(end));
+            const FuzzBytes copy(At(input, record), At(input, end));
             input.insert(input.end(), copy.begin(), copy.end());
         }
         break;
@@ -88,11 +94,13 @@ void MutateOnce(FuzzBytes& input, const FuzzBytes& other, FuzzRandom& random)
     case 10:  // a run of one unit: long lines, long numbers
         for (std::size_t n = 2 * (1 + random.Below(200)); n > 0; n -= 2) {
             const std::uint16_t unit = kInterestingUnits[random.Below(std::size(kInterestingUnits))];
-            input.insert(input.begin() + static_cast<std::ptrdiff_t>(unitAt), {static_cast<std::uint8_t>(unit), static_cast<std::uint8_t>(unit >> 8)});
+            const std::uint8_t bytes[] = {static_cast<std::uint8_t>(unit), static_cast<std::uint8_t>(unit >> 8)};
+            input.insert(At(input, unitAt), std::begin(bytes), std::end(bytes));
         }
         break;
     default:  // an ASCII digit or letter where texts are read as numbers
-        PutUnit(input, unitAt, static_cast<std::uint16_t>(random.Below(2) ? L'0' + random.Below(10) : L'A' + random.Below(26)));
+        PutUnit(input, unitAt, static_cast<std::uint16_t>(random.Below(2) ? L'0' + random.Below(10)
+                                                                           : L'A' + random.Below(26)));
         break;
     }
 }
