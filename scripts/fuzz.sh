@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Runs a fuzzing campaign of SECONDS on every driver of the checked build
-# (or the drivers named), one a core (ORIEL_FUZZ_JOBS), and prints per driver the inputs
-# tried, inputs a second, and crashes, hangs, traps, assertions and failed
-# properties.  Inputs that went wrong land in BUILD/fuzz-findings; the exit
+# (or the drivers named), one a core (or ORIEL_FUZZ_JOBS at a time), and
+# prints per driver the inputs tried, inputs a second, and crashes, hangs,
+# traps, assertions and failed properties.  Inputs that went wrong land in BUILD/fuzz-findings; the exit
 # status is 1 when there is any.
 #   scripts/fuzz.sh BUILD SECONDS [SEED] [DRIVER...]
 set -euo pipefail
@@ -33,8 +33,9 @@ trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
 run_driver() {
   local name="$1" corpus="$ROOT/tests/fuzz/corpus/$1"
   mkdir -p "$corpus"
-  ORIEL_INSTALL_DIR="$BUILD/Oriel" "$ROOT/scripts/wine-run" "$BUILD/tests/fuzz/$name.exe" "-seconds=$SECONDS_EACH" "-seed=$SEED" \
-    "-artifacts=$(winpath "$findings")" "$(winpath "$corpus")" >"$logs/$name.out" 2>"$logs/$name.err" ||
+  ORIEL_INSTALL_DIR="$BUILD/Oriel" "$ROOT/scripts/wine-run" "$BUILD/tests/fuzz/$name.exe" \
+    "-seconds=$SECONDS_EACH" "-seed=$SEED" "-artifacts=$(winpath "$findings")" "$(winpath "$corpus")" \
+    >"$logs/$name.out" 2>"$logs/$name.err" ||
     echo "exit $?" >>"$logs/$name.err"
 }
 
